@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Support/AtomicFile.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace vellory::AtomicFile {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::unexpected<std::error_code> lastError() {
+    return std::unexpected(std::error_code(errno, std::generic_category()));
+}
+
+/// A file descriptor that closes itself.
+class Descriptor {
+  public:
+    explicit Descriptor(int fd) : fd_(fd) {}
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    ~Descriptor() {
+        if (fd_ >= 0) {
+            ::close(fd_);
+        }
+    }
+
+    int get() const { return fd_; }
+    bool isOpen() const { return fd_ >= 0; }
+
+    /// Closes now and tells whether that worked: some file systems report a full disk only here.
+    bool close() { return ::close(std::exchange(fd_, -1)) == 0; }
+
+  private:
+    int fd_;
+};
+
+/// Removes a temporary file unless it was given its final name.
+class TemporaryFile {
+  public:
+    explicit TemporaryFile(std::string path) : path_(std::move(path)) {}
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+    ~TemporaryFile() {
+        if (!kept_) {
+            ::unlink(path_.c_str());
+        }
+    }
+
+    const std::string& path() const { return path_; }
+    void keep() { kept_ = true; }
+
+  private:
+    std::string path_;
+    bool kept_ = false;
+};
+
+bool writeAll(int fd, std::string_view content) {
+    while (!content.empty()) {
+        const ssize_t written = ::write(fd, content.data(), content.size());
+        if (written < 0) {
+            if (errno == EINTR) {
+                continue;
+            }
+            return false;
+        }
+        content.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+/// The file that `file` stands for once links are followed; itself when it does not exist yet.
+fs::path target(const fs::path& file) {
+    std::error_code error;
+    if (fs::is_symlink(fs::symlink_status(file, error))) {
+        const fs::path resolved = fs::weakly_canonical(file, error);
+        if (!error) {
+            return resolved;
+        }
+    }
+    return file;
+}
+
+} // namespace
+
+std::expected<std::string, std::error_code> read(const fs::path& file, std::size_t limit) {
+    // O_NONBLOCK: opening a pipe that somebody put in the file's place must not wait for a writer.
+    const Descriptor input(::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!input.isOpen()) {
+        return lastError();
+    }
+    struct stat info {};
+    if (::fstat(input.get(), &info) != 0) {
+        return lastError();
+    }
+    if (!S_ISREG(info.st_mode)) {
+        return std::unexpected(std::make_error_code(std::errc::invalid_argument));
+    }
+    if (std::cmp_greater(info.st_size, limit)) {
+        return std::unexpected(std::make_error_code(std::errc::file_too_large));
+    }
+    std::string content(static_cast<std::size_t>(info.st_size), '\0');
+    std::size_t filled = 0;
+    while (filled < content.size()) {
+        const ssize_t got = ::read(input.get(), content.data() + filled, content.size() - filled);
+        if (got < 0) {
+            if (errno == EINTR) {
+                continue;
+            }
+            return lastError();
+        }
+        if (got == 0) {
+            break;
+        }
+        filled += static_cast<std::size_t>(got);
+    }
+    content.resize(filled);
+    return content;
+}
+
+std::expected<void, std::error_code> write(const fs::path& file, std::string_view content) {
+    const fs::path destination = target(file);
+    const fs::path folder = destination.has_parent_path() ? destination.parent_path() : ".";
+
+    std::string pattern = (folder / ("." + destination.filename().string() + ".XXXXXX")).string();
+    Descriptor output(::mkostemp(pattern.data(), O_CLOEXEC));
+    if (!output.isOpen()) {
+        return lastError();
+    }
+    TemporaryFile temporary(std::move(pattern));
+
+    struct stat existing {};
+    if (::stat(destination.c_str(), &existing) == 0 &&
+        ::fchmod(output.get(), existing.st_mode & 07777U) != 0) {
+        return lastError();
+    }
+    if (!writeAll(output.get(), content) || ::fsync(output.get()) != 0 || !output.close()) {
+        return lastError();
+    }
+    if (::rename(temporary.path().c_str(), destination.c_str()) != 0) {
+        return lastError();
+    }
+    temporary.keep();
+
+    // The rename itself must survive a power cut. A file system that cannot flush a folder has
+    // nothing better to offer, and the content is in place: that is not a failure to report.
+    const Descriptor parent(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (parent.isOpen()) {
+        ::fsync(parent.get());
+    }
+    return {};
+}
+
+std::expected<void, std::error_code> createFolder(const fs::path& folder) {
+    std::error_code error;
+    fs::create_directories(folder, error);
+    if (error) {
+        return std::unexpected(error);
+    }
+    return {};
+}
+
+void keepUnreadable(const fs::path& file) {
+    fs::path copy = file;
+    copy += ".unreadable";
+    std::error_code error;
+    if (fs::is_regular_file(file, error)) {
+        // skip_existing: see the header. A copy that fails must not keep the program from going on.
+        fs::copy_file(file, copy, fs::copy_options::skip_existing, error);
+    }
+}
+
+} // namespace vellory::AtomicFile

@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Support/Json.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vellory::json {
+
+namespace {
+
+/// How deep arrays and objects nest, from the brackets outside of strings. Asked before parsing, so
+/// that a hostile text is turned away before anything is built from it.
+int nesting(std::string_view text) {
+    int depth = 0;
+    int deepest = 0;
+    bool inString = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (inString) {
+            if (c == '\\') {
+                ++i;
+            } else if (c == '"') {
+                inString = false;
+            }
+        } else if (c == '"') {
+            inString = true;
+        } else if (c == '[' || c == '{') {
+            deepest = std::max(deepest, ++depth);
+        } else if (c == ']' || c == '}') {
+            --depth;
+        }
+    }
+    return deepest;
+}
+
+[[noreturn]] void mismatch(const char* wanted, const Value& value) {
+    throw DecodingError(std::string("expected ") + wanted + ", found " + value.type_name());
+}
+
+} // namespace
+
+std::expected<Value, Error> parse(std::string_view text) {
+    if (nesting(text) > maxDepth) {
+        return std::unexpected(Error::syntax);
+    }
+    Value document = Value::parse(text.begin(), text.end(), nullptr, false);
+    if (document.is_discarded()) {
+        return std::unexpected(Error::syntax);
+    }
+    return document;
+}
+
+std::string dump(const Value& value, Style style) {
+    const int indent = style == Style::pretty ? 2 : -1;
+    return value.dump(indent, ' ', false, Value::error_handler_t::replace);
+}
+
+void fromJson(const Value& value, bool& out) {
+    if (!value.is_boolean()) {
+        mismatch("a boolean", value);
+    }
+    out = value.get<bool>();
+}
+
+void fromJson(const Value& value, std::int64_t& out) {
+    // A whole number may be spelled 3.0, as other writers of JSON do.
+    if (value.is_number_float()) {
+        const double number = value.get<double>();
+        constexpr double limit = 9'007'199'254'740'992.0; // 2^53: past it a double skips integers
+        if (!(std::fabs(number) <= limit) || std::trunc(number) != number) {
+            mismatch("an integer", value);
+        }
+        out = static_cast<std::int64_t>(number);
+        return;
+    }
+    if (value.is_number_unsigned() &&
+        value.get<std::uint64_t>() > std::uint64_t{std::numeric_limits<std::int64_t>::max()}) {
+        mismatch("an integer of 64 bits", value);
+    }
+    if (!value.is_number_integer()) {
+        mismatch("an integer", value);
+    }
+    out = value.get<std::int64_t>();
+}
+
+void fromJson(const Value& value, int& out) {
+    std::int64_t wide = 0;
+    fromJson(value, wide);
+    if (wide < std::numeric_limits<int>::min() || wide > std::numeric_limits<int>::max()) {
+        mismatch("an integer of 32 bits", value);
+    }
+    out = static_cast<int>(wide);
+}
+
+void fromJson(const Value& value, double& out) {
+    if (!value.is_number()) {
+        mismatch("a number", value);
+    }
+    out = value.get<double>();
+}
+
+void fromJson(const Value& value, std::string& out) {
+    if (!value.is_string()) {
+        mismatch("a string", value);
+    }
+    out = value.get_ref<const std::string&>();
+}
+
+void fromJson(const Value& value, Uuid& out) {
+    if (!value.is_string()) {
+        mismatch("a UUID", value);
+    }
+    const auto uuid = Uuid::parse(value.get_ref<const std::string&>());
+    if (!uuid) {
+        mismatch("a UUID", value);
+    }
+    out = *uuid;
+}
+
+void fromJson(const Value& value, Date& out) {
+    fromJson(value, out.secondsSince2001);
+}
+
+const Value::array_t& array(const Value& value) {
+    if (!value.is_array()) {
+        mismatch("an array", value);
+    }
+    return value.get_ref<const Value::array_t&>();
+}
+
+const Value::object_t& object(const Value& value) {
+    if (!value.is_object()) {
+        mismatch("an object", value);
+    }
+    return value.get_ref<const Value::object_t&>();
+}
+
+Case onlyCase(const Value& value) {
+    const auto& members = object(value);
+    if (members.size() != 1) {
+        throw DecodingError("a choice needs exactly one key");
+    }
+    return {members.begin()->first, members.begin()->second};
+}
+
+} // namespace vellory::json

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Board/InstalledApp.h"
+
+namespace vellory {
+
+/// Something an app offers beside being opened, such as "New Private Window".
+struct AppAction {
+    std::string id;   ///< what `RunningApps::perform` takes
+    std::string name; ///< in the user's language
+
+    friend bool operator==(const AppAction&, const AppAction&) = default;
+};
+
+/// The apps that are installed and can be shown to the user. Main thread.
+class AppCatalogue {
+  public:
+    virtual ~AppCatalogue() = default;
+
+    /// The folders that are scanned, in order of precedence; those that do not exist included.
+    /// `extraFolders` (from the settings) come last.
+    virtual std::vector<std::filesystem::path>
+    roots(const std::vector<std::filesystem::path>& extraFolders) const = 0;
+
+    /// All apps below `roots`, one for each identifier (an earlier root wins), sorted by name in the
+    /// order of the user's language. A root that cannot be read contributes nothing.
+    virtual std::vector<InstalledApp>
+    scan(const std::vector<std::filesystem::path>& roots) = 0;
+
+    /// The app's App Store category, such as "public.app-category.developer-tools".
+    virtual std::optional<std::string> category(const InstalledApp& app) const = 0;
+
+    /// What else the app offers, in its own order.
+    virtual std::vector<AppAction> actions(const InstalledApp& app) const = 0;
+
+    /// The name of an app that need not be among those scanned (one that hides itself from menus);
+    /// nothing when the platform knows no such app.
+    virtual std::optional<std::string> displayName(const BundleID& id) const = 0;
+};
+
+} // namespace vellory
