@@ -23,14 +23,15 @@ void BoardDocument::begin(Board board) {
     emit changed();
 }
 
-bool BoardDocument::change(Board next, const std::optional<std::string>& reason) {
+BoardDocument::Change BoardDocument::change(Board next,
+                                            const std::optional<std::string>& reason) {
     if (!isLoaded_ || next == board_) {
-        return false;
+        return Change::none;
     }
     board_ = std::move(next);
-    save(reason);
+    const bool isSaved = save(reason);
     emit changed();
-    return true;
+    return isSaved ? Change::saved : Change::unsaved;
 }
 
 bool BoardDocument::save(const std::optional<std::string>& reason) {

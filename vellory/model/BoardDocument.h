@@ -19,6 +19,12 @@ class BoardDocument : public QObject {
     Q_OBJECT
 
   public:
+    enum class Change {
+        none,   ///< the board is as it was
+        saved,  ///< changed, also on the disk
+        unsaved ///< changed in memory only; the next save tries again
+    };
+
     explicit BoardDocument(BoardStore store, QObject* parent = nullptr);
 
     const Board& board() const { return board_; }
@@ -30,9 +36,8 @@ class BoardDocument : public QObject {
     /// Starts with this board in place of a file that could not be read. Saves nothing.
     void begin(Board board);
 
-    /// Makes `next` the board and saves it. False when nothing changes or nothing is loaded; true
-    /// otherwise, also when the file could not be written: the board then stays in memory.
-    bool change(Board next, const std::optional<std::string>& reason);
+    /// Makes `next` the board and saves it. Nothing happens before there is a board.
+    Change change(Board next, const std::optional<std::string>& reason);
     /// Writes the board; with a reason, what the file held goes into the history. Whether it is on
     /// the disk now.
     bool save(const std::optional<std::string>& reason);

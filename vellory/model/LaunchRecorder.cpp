@@ -2,6 +2,7 @@
 #include "model/LaunchRecorder.h"
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 namespace vellory {
@@ -36,17 +37,18 @@ void LaunchRecorder::seedIfEmpty(
 void LaunchRecorder::record(const BundleID& app, Date at, const std::optional<Uuid>& workspace) {
     usage_.record(app, at);
     log_.record(app, at, workspace);
+    isDirty_ = true;
     pendingSave_ = scheduler_.after(saveDelay, [this] { save(); });
 }
 
 void LaunchRecorder::flush() {
-    if (pendingSave_) {
+    if (isDirty_) {
         save();
     }
 }
 
 void LaunchRecorder::save() {
-    pendingSave_.reset();
+    isDirty_ = false;
     std::ignore = usage_.save(paths_.usage());
     std::ignore = log_.save(paths_.launchLog());
 }

@@ -46,6 +46,7 @@ class LaunchRecorder {
     Scheduler& scheduler_;
     UsageStore usage_;
     LaunchLog log_;
+    bool isDirty_ = false;
     Scheduler::Handle pendingSave_;
 };
 

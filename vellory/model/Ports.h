@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <set>
 #include <string>
 
 #include "Board/InstalledApp.h"
 #include "Board/VelloryPaths.h"
 #include "Support/Calendar.h"
+#include "Support/Date.h"
 #include "Support/Uuid.h"
 
 namespace vellory {
@@ -42,6 +45,8 @@ struct Environment {
     /// The desktop's own file manager and shell: never hidden or quit on the user's behalf.
     std::set<BundleID> desktopApps = {};
     Calendar calendar = Calendar("UTC"); ///< in which dates are shown
+    /// When the platform saw the app used last, also before this program was there; may be empty.
+    std::function<std::optional<Date>(const InstalledApp&)> lastUsed = {};
 };
 
 } // namespace vellory

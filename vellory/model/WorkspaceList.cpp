@@ -2,6 +2,7 @@
 #include "model/WorkspaceList.h"
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 namespace vellory {
