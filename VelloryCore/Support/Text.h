@@ -25,6 +25,15 @@ std::string_view trimmed(std::string_view text);
 std::string lowercased(std::string_view text);
 std::string uppercased(std::string_view text);
 
+/// Whether two texts differ in letter case only, without regard to any locale. Accents count; how
+/// they are spelled (é as one code point or as two) does not.
+bool equalsIgnoringCase(std::string_view a, std::string_view b);
+
+/// Whether `part` occurs in `text`, letter case aside by the rules of a locale such as "tr_TR"
+/// (where I is the capital of ı, not of i). The empty text occurs in every text.
+bool containsIgnoringCase(std::string_view text, std::string_view part,
+                          std::string_view locale = {});
+
 /// The first letter of every word in upper case and the others in lower case.
 std::string capitalized(std::string_view text);
 
@@ -52,8 +61,8 @@ std::string repairedUtf8(std::string_view text);
 /// Every occurrence of `what` in `text` replaced by `with`.
 std::string replacingAll(std::string_view text, std::string_view what, std::string_view with);
 
-/// The order in which a desktop lists names in a locale: letter case does not count, accents do, and
-/// runs of digits compare as numbers, so that "App 2" stands before "app 10".
+/// The order in which a desktop lists names in a locale: letter case does not count, accents do,
+/// and runs of digits compare as numbers, so that "App 2" stands before "app 10".
 class Collator {
   public:
     /// The order of a locale such as "en_US" or "sv". An unknown locale gets the root order.
