@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -9,12 +8,11 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
-namespace vellory {
+namespace vellory::test {
 
-/// A folder of its own for one test, gone with all it holds when the test ends.
+/// A folder of its own for one test, gone when the test ends.
 class TemporaryFolder {
   public:
     TemporaryFolder() {
@@ -35,24 +33,20 @@ class TemporaryFolder {
     const std::filesystem::path& path() const { return path_; }
 
     /// Writes a file, and the folders above it, without any of the program's own code.
-    std::filesystem::path write(const std::filesystem::path& name, std::string_view content) const {
+    std::filesystem::path put(const std::filesystem::path& name, std::string_view content) const {
         const std::filesystem::path file = path_ / name;
         std::filesystem::create_directories(file.parent_path());
         std::ofstream(file, std::ios::binary)
             .write(content.data(), static_cast<std::streamsize>(content.size()));
         return file;
     }
-    std::filesystem::path put(const std::filesystem::path& name, std::string_view content) const {
-        return write(name, content);
+    std::filesystem::path write(const std::filesystem::path& name, std::string_view content) const {
+        return put(name, content);
     }
 
   private:
     std::filesystem::path path_;
 };
-
-namespace test {
-
-using vellory::TemporaryFolder;
 
 inline std::string contentOf(const std::filesystem::path& file) {
     std::ifstream input(file, std::ios::binary);
@@ -69,6 +63,8 @@ inline std::vector<std::string> namesIn(const std::filesystem::path& folder) {
     return names;
 }
 
-} // namespace test
+} // namespace vellory::test
 
-} // namespace vellory
+namespace vellory {
+using test::TemporaryFolder;
+}

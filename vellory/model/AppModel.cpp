@@ -20,10 +20,11 @@ constexpr double tickInterval = 60.0;
 } // namespace
 
 AppModel::AppModel(Ports ports, Environment environment, QObject* parent)
-    : QObject(parent), ports_(ports), environment_(std::move(environment)),
-      prefs_(ports.defaults), collator_(environment_.locale),
+    : QObject(parent), ports_(ports), environment_(std::move(environment)), prefs_(ports.defaults),
+      collator_(environment_.locale),
       document_(BoardStore(environment_.paths.layout(), environment_.paths.layoutHistory(),
-                           BoardStore::defaultKeep, [&clock = ports.clock] { return clock.now(); })),
+                           BoardStore::defaultKeep,
+                           [&clock = ports.clock] { return clock.now(); })),
       workspaces_(environment_.paths.workspaces()), launches_(environment_.paths, ports.scheduler),
       running_(ports), editor_(*this, document_, ports_, environment_),
       rescanner_(ports.folderWatcher, ports.scheduler, [this] { rescan(); }) {
@@ -35,11 +36,11 @@ AppModel::AppModel(Ports ports, Environment environment, QObject* parent)
     connect(&editor_, &BoardEditor::noticePosted, this, &AppModel::noticePosted);
     connect(&editor_, &BoardEditor::pictureReplaced, this, &AppModel::pictureReplaced);
     connect(&document_, &BoardDocument::changed, this, [this] {
-        emit boardChanged();
+        Q_EMIT boardChanged();
         refreshGrid();
     });
     connect(&document_, &BoardDocument::saveFailed, this, [this](const std::error_code& error) {
-        emit noticePosted(Notice::error("Couldn't save the layout: " + error.message()));
+        Q_EMIT noticePosted(Notice::error("Couldn't save the layout: " + error.message()));
     });
 }
 
@@ -66,7 +67,7 @@ void AppModel::start() {
     refreshBadges();
     minuteTimer_ = ports_.scheduler.every(tickInterval, [this] { tick(); });
     if (!prefs_.hasSeenWelcome()) {
-        emit welcomeRequested();
+        Q_EMIT welcomeRequested();
     }
 }
 
@@ -84,7 +85,8 @@ void AppModel::loadBoard() {
 void AppModel::scanApps() {
     std::map<BundleID, InstalledApp> apps;
     std::vector<BundleID> order;
-    for (InstalledApp& found : ports_.catalogue.scan(ports_.catalogue.roots(prefs_.extraFolders()))) {
+    for (InstalledApp& found :
+         ports_.catalogue.scan(ports_.catalogue.roots(prefs_.extraFolders()))) {
         if (const auto [place, isNew] = apps.try_emplace(found.bundleID, found); isNew) {
             order.push_back(std::move(found.bundleID));
         }
@@ -92,7 +94,7 @@ void AppModel::scanApps() {
     if (apps != apps_ || order != installedOrder_) {
         apps_ = std::move(apps);
         installedOrder_ = std::move(order);
-        emit appsChanged();
+        Q_EMIT appsChanged();
         refreshGrid();
     }
 }
@@ -119,11 +121,13 @@ void AppModel::reconcile(const std::optional<std::string>& reason) {
         const std::string text = added.size() == 1
                                      ? name(added.front()) + " added to vellory"
                                      : std::to_string(added.size()) + " new apps added";
-        emit noticePosted(Notice::confirmation(text, "plus.app"));
+        Q_EMIT noticePosted(Notice::confirmation(text, "plus.app"));
     }
 }
 
-void AppModel::watchAppFolders() { rescanner_.watch(ports_.catalogue.roots(prefs_.extraFolders())); }
+void AppModel::watchAppFolders() {
+    rescanner_.watch(ports_.catalogue.roots(prefs_.extraFolders()));
+}
 
 void AppModel::observeApps() {
     ports_.runningApps.observe({.launched =
@@ -133,12 +137,12 @@ void AppModel::observeApps() {
                                                              workspaces_.active());
                                         }
                                         running_.refreshRunning();
-                                        emit appLaunched(id);
+                                        Q_EMIT appLaunched(id);
                                     },
                                 .quit =
                                     [this](const BundleID& id) {
                                         running_.refreshRunning();
-                                        emit appQuit(id);
+                                        Q_EMIT appQuit(id);
                                     }});
 }
 
@@ -154,7 +158,9 @@ void AppModel::onPrefChanged(const std::string& key) {
     }
 }
 
-void AppModel::tick() { emit ticked(); }
+void AppModel::tick() {
+    Q_EMIT ticked();
+}
 
 void AppModel::refreshBadges() {
     running_.refreshRunning();
@@ -239,8 +245,8 @@ void AppModel::refreshGrid() {
         const auto ids = workspace->appIDs();
         allowed_.emplace(ids.begin(), ids.end());
     }
-    visibleTiles_ = GridContents::shownTiles(
-        board().tiles, [this](const BundleID& id) { return isShown(id); });
+    visibleTiles_ =
+        GridContents::shownTiles(board().tiles, [this](const BundleID& id) { return isShown(id); });
 
     std::vector<std::pair<BundleID, std::string>> candidates;
     std::unordered_set<BundleID> seen;
@@ -251,14 +257,18 @@ void AppModel::refreshGrid() {
         }
     }
     search_.setCandidates(candidates);
-    emit visibleTilesChanged();
+    Q_EMIT visibleTilesChanged();
 }
 
 // --- Opening apps ---
 
-void AppModel::launch(const BundleID& id) { open(id, RunningApps::Open::bringForward); }
+void AppModel::launch(const BundleID& id) {
+    open(id, RunningApps::Open::bringForward);
+}
 
-void AppModel::launchNew(const BundleID& id) { open(id, RunningApps::Open::newInstance); }
+void AppModel::launchNew(const BundleID& id) {
+    open(id, RunningApps::Open::newInstance);
+}
 
 void AppModel::open(const BundleID& id, RunningApps::Open mode) {
     if (const InstalledApp* installed = app(id)) {
@@ -273,16 +283,18 @@ void AppModel::perform(const BundleID& id, const std::string& action) {
 }
 
 RunningApps::Completion AppModel::noticeOnFailure(const BundleID& id) {
-    return [self = QPointer(this), text = "Couldn't open " + name(id)](
-               const std::optional<std::string>& failure) {
+    return [self = QPointer(this),
+            text = "Couldn't open " + name(id)](const std::optional<std::string>& failure) {
         if (self && failure) {
-            emit self->noticePosted(Notice::error(text));
+            Q_EMIT self->noticePosted(Notice::error(text));
         }
     };
 }
 
 // --- The board ---
 
-void AppModel::saveBoard(const std::optional<std::string>& reason) { document_.save(reason); }
+void AppModel::saveBoard(const std::optional<std::string>& reason) {
+    document_.save(reason);
+}
 
 } // namespace vellory

@@ -171,7 +171,7 @@ class AppModel : public QObject {
     /// loaded; a failure is told in a notice and the next save tries again.
     void saveBoard(const std::optional<std::string>& reason);
 
-  signals:
+  Q_SIGNALS:
     void boardChanged();
     void appsChanged();
     void runningChanged();

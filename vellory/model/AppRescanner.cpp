@@ -9,7 +9,9 @@ AppRescanner::AppRescanner(FolderWatcher& watcher, Scheduler& scheduler,
                            std::function<void()> rescan)
     : watcher_(watcher), scheduler_(scheduler), rescan_(std::move(rescan)) {}
 
-AppRescanner::~AppRescanner() { watcher_.watch({}, nullptr); }
+AppRescanner::~AppRescanner() {
+    watcher_.watch({}, nullptr);
+}
 
 void AppRescanner::watch(const std::vector<std::filesystem::path>& folders) {
     if (folders == folders_) {

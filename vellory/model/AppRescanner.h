@@ -10,8 +10,8 @@
 
 namespace vellory {
 
-/// Watches the folders that apps live in and calls for a rescan once they have come to rest, so that
-/// the burst of changes that an install makes leads to one.
+/// Watches the folders that apps live in and calls for a rescan once they have come to rest, so
+/// that the burst of changes that an install makes leads to one.
 class AppRescanner {
   public:
     /// How long nothing may have changed, in seconds.

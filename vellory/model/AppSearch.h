@@ -10,8 +10,8 @@
 
 namespace vellory {
 
-/// The apps that typed text can find, with their names made ready once, so that a keystroke costs no
-/// more than the comparisons.
+/// The apps that typed text can find, with their names made ready once, so that a keystroke costs
+/// no more than the comparisons.
 class AppSearch {
   public:
     /// The apps with the names they are found by; equally good matches keep this order.

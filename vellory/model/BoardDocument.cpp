@@ -20,17 +20,16 @@ bool BoardDocument::load() {
 void BoardDocument::begin(Board board) {
     board_ = std::move(board);
     isLoaded_ = true;
-    emit changed();
+    Q_EMIT changed();
 }
 
-BoardDocument::Change BoardDocument::change(Board next,
-                                            const std::optional<std::string>& reason) {
+BoardDocument::Change BoardDocument::change(Board next, const std::optional<std::string>& reason) {
     if (!isLoaded_ || next == board_) {
         return Change::none;
     }
     board_ = std::move(next);
     const bool isSaved = save(reason);
-    emit changed();
+    Q_EMIT changed();
     return isSaved ? Change::saved : Change::unsaved;
 }
 
@@ -40,7 +39,7 @@ bool BoardDocument::save(const std::optional<std::string>& reason) {
     }
     const auto saved = store_.save(board_, reason);
     if (!saved) {
-        emit saveFailed(saved.error());
+        Q_EMIT saveFailed(saved.error());
     }
     return saved.has_value();
 }

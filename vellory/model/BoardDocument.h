@@ -47,7 +47,7 @@ class BoardDocument : public QObject {
         return store_.boardIn(snapshot);
     }
 
-  signals:
+  Q_SIGNALS:
     void changed();
     void saveFailed(const std::error_code& error);
 

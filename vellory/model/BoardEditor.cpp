@@ -230,10 +230,10 @@ void BoardEditor::resetCover(const Uuid& folder) {
 
 std::optional<std::string> BoardEditor::pathOf(const Added& added) {
     if (!added) {
-        emit noticePosted(Notice::error("Couldn't use the picture: " + added.error().message()));
+        Q_EMIT noticePosted(Notice::error("Couldn't use the picture: " + added.error().message()));
         return std::nullopt;
     }
-    emit pictureReplaced(added->string());
+    Q_EMIT pictureReplaced(added->string());
     return added->string();
 }
 
@@ -282,7 +282,7 @@ void BoardEditor::editFolder(const Uuid& folder, const std::string& reason, cons
 
 void BoardEditor::commit(Board next, const std::string& reason, const Notice& notice) {
     if (document_.change(std::move(next), reason) == BoardDocument::Change::saved) {
-        emit noticePosted(notice);
+        Q_EMIT noticePosted(notice);
     }
 }
 

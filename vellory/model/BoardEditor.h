@@ -21,8 +21,8 @@ namespace vellory {
 class AppModel;
 
 /// What users do to their board. Each edit is one operation on it and one save, whose reason names
-/// the step in the history and is what the notice says. An edit that changes nothing leaves no step;
-/// so do identifiers that are not on the board.
+/// the step in the history and is what the notice says. An edit that changes nothing leaves no
+/// step; so do identifiers that are not on the board.
 ///
 /// Places are indexes into what the grid shows as it is before the edit; a place past the end means
 /// the end.
@@ -63,7 +63,7 @@ class BoardEditor : public QObject {
     void sortByUse();
     void restore(const BoardStore::Snapshot& snapshot);
 
-  signals:
+  Q_SIGNALS:
     void noticePosted(const vellory::Notice& notice);
     void pictureReplaced(const std::string& file);
 

@@ -8,8 +8,8 @@
 
 #include "Board/Board.h"
 
-/// From the board to what the grid shows of it, and back from a place on the grid to the board: tiles
-/// that are not shown keep their places in between.
+/// From the board to what the grid shows of it, and back from a place on the grid to the board:
+/// tiles that are not shown keep their places in between.
 namespace vellory::GridContents {
 
 using IsShown = std::function<bool(const BundleID&)>;
@@ -21,8 +21,8 @@ std::vector<Tile> shownTiles(const std::vector<Tile>& tiles, const IsShown& isSh
 /// end of the board for a place past the last.
 std::ptrdiff_t boardIndex(const Board& board, const std::vector<Tile>& shown, int place);
 
-/// Moves `app` within the apps of a folder to `place` among those that are shown, counted before the
-/// move. Nothing happens to a list that does not hold it.
+/// Moves `app` within the apps of a folder to `place` among those that are shown, counted before
+/// the move. Nothing happens to a list that does not hold it.
 void moveWithin(std::vector<BundleID>& apps, const BundleID& app, int place,
                 const IsShown& isShown);
 

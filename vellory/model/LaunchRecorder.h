@@ -16,8 +16,8 @@
 namespace vellory {
 
 /// Learns from every start of an app, from wherever it was started: how often and when, in
-/// "usage.json" and "launches.json". A burst of starts is written once. Files that cannot be written
-/// are no matter for the user; the next write holds everything.
+/// "usage.json" and "launches.json". A burst of starts is written once. Files that cannot be
+/// written are no matter for the user; the next write holds everything.
 class LaunchRecorder {
   public:
     /// How long after the last start the files are written, in seconds.

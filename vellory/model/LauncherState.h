@@ -12,6 +12,8 @@
 
 #include "Board/Board.h"
 #include "Support/Uuid.h"
+#include "model/GridNavigation.h"
+#include "model/ScrollPager.h"
 
 namespace vellory {
 
@@ -22,25 +24,6 @@ struct KeyPress {
     Qt::Key key = Qt::Key_unknown;
     Qt::KeyboardModifiers modifiers = Qt::NoModifier;
     QString text = {}; ///< what it types
-};
-
-/// A turn of the wheel or a move of two fingers. Positive is right and down for what is shown, as
-/// if it were pushed: towards the page before.
-struct Scroll {
-    enum class Phase {
-        none,     ///< the device does not tell when a gesture begins and ends
-        begin,    ///< fingers came down
-        update,   ///< they moved
-        end,      ///< they left
-        momentum, ///< what runs on afterwards by itself
-    };
-
-    double dx = 0;
-    double dy = 0;
-    /// True: a touch pad, in device-independent pixels. False: a wheel, in notches (fractions from
-    /// wheels that turn freely).
-    bool precise = false;
-    Phase phase = Phase::none;
 };
 
 /// What one launcher window shows of the model: text typed, page, open folder, highlight,
@@ -62,7 +45,8 @@ class LauncherState : public QObject {
 
     /// The page of the grid, from 0.
     int page() const { return page_; }
-    int pageCount() const;
+    /// How many pages the grid has: none when it is empty, always one while searching.
+    int pageCount() const { return pageCount_; }
     /// The nearest page there is, with an animation.
     void goToPage(int page);
     /// So many pages on (or back), in the open folder when there is one.
@@ -128,7 +112,7 @@ class LauncherState : public QObject {
     bool handleKey(const KeyPress& press);
     bool handleScroll(const Scroll& scroll);
 
-  signals:
+  Q_SIGNALS:
     void queryChanged();
     void pageChanged(bool animated);
     void pageCountChanged();
@@ -152,11 +136,34 @@ class LauncherState : public QObject {
     void hideRequested();
 
   private:
+    /// Sets a field and tells so when that changes it.
+    template <class Field, class Value>
+    bool assign(Field& field, const Value& value, void (LauncherState::*changed)());
+
+    GridNavigation::Grid shownGrid() const;
+    bool isPaged() const;
+    void applyPrefs();
+    void onGridChanged();
+    void updateItems();
+    void updatePageCount();
+    void setPage(int page, bool animated);
+    void setFolderPage(int page);
+    void showItem(int index);
+    const Tile* highlighted() const;
+    void moveHighlight(GridNavigation::Move move);
+    void activateHighlighted(bool newInstance);
+    bool handleHintKey(const KeyPress& press);
+    bool handleMoveKey(const KeyPress& press);
+    bool handleTyping(const KeyPress& press);
+
     AppModel& model_;
     std::string query_;
     int page_ = 0;
+    int pageCount_ = 0;
+    int pageBeforeSearch_ = 0;
     int columns_ = 7;
     int rows_ = 5;
+    std::optional<double> height_;
     double pageWidth_ = 1280;
     std::optional<Uuid> openFolder_;
     int folderPage_ = 0;
@@ -171,6 +178,7 @@ class LauncherState : public QObject {
     bool rightToLeft_ = false;
     double dragOffset_ = 0;
     QPointF rippleOrigin_;
+    ScrollPager pager_;
     std::vector<Tile> currentItems_;
 };
 

@@ -8,35 +8,75 @@ namespace vellory {
 
 Prefs::Prefs(UserDefaults& defaults, QObject* parent) : QObject(parent), defaults_(defaults) {}
 
-bool Prefs::showInDock() const { return flag("showInDock", false); }
-void Prefs::setShowInDock(bool on) { setFlag("showInDock", false, on); }
+bool Prefs::showInDock() const {
+    return flag("showInDock", false);
+}
+void Prefs::setShowInDock(bool on) {
+    setFlag("showInDock", false, on);
+}
 
-bool Prefs::hasSeenWelcome() const { return flag("hasSeenWelcome", false); }
-void Prefs::setHasSeenWelcome(bool on) { setFlag("hasSeenWelcome", false, on); }
+bool Prefs::hasSeenWelcome() const {
+    return flag("hasSeenWelcome", false);
+}
+void Prefs::setHasSeenWelcome(bool on) {
+    setFlag("hasSeenWelcome", false, on);
+}
 
-bool Prefs::showLabels() const { return flag("showLabels", true); }
-void Prefs::setShowLabels(bool on) { setFlag("showLabels", true, on); }
+bool Prefs::showLabels() const {
+    return flag("showLabels", true);
+}
+void Prefs::setShowLabels(bool on) {
+    setFlag("showLabels", true, on);
+}
 
-int Prefs::iconSize() const { return count("iconSize", iconSizes); }
-void Prefs::setIconSize(int size) { setCount("iconSize", iconSizes, size); }
+int Prefs::iconSize() const {
+    return count("iconSize", iconSizes);
+}
+void Prefs::setIconSize(int size) {
+    setCount("iconSize", iconSizes, size);
+}
 
-int Prefs::compactIconSize() const { return count("compactIconSize", compactIconSizes); }
-void Prefs::setCompactIconSize(int size) { setCount("compactIconSize", compactIconSizes, size); }
+int Prefs::compactIconSize() const {
+    return count("compactIconSize", compactIconSizes);
+}
+void Prefs::setCompactIconSize(int size) {
+    setCount("compactIconSize", compactIconSizes, size);
+}
 
-int Prefs::columns() const { return count("columns", columnCounts); }
-void Prefs::setColumns(int value) { setCount("columns", columnCounts, value); }
+int Prefs::columns() const {
+    return count("columns", columnCounts);
+}
+void Prefs::setColumns(int value) {
+    setCount("columns", columnCounts, value);
+}
 
-int Prefs::rows() const { return count("rows", rowCounts); }
-void Prefs::setRows(int value) { setCount("rows", rowCounts, value); }
+int Prefs::rows() const {
+    return count("rows", rowCounts);
+}
+void Prefs::setRows(int value) {
+    setCount("rows", rowCounts, value);
+}
 
-int Prefs::compactColumns() const { return count("compactColumns", compactColumnCounts); }
-void Prefs::setCompactColumns(int value) { setCount("compactColumns", compactColumnCounts, value); }
+int Prefs::compactColumns() const {
+    return count("compactColumns", compactColumnCounts);
+}
+void Prefs::setCompactColumns(int value) {
+    setCount("compactColumns", compactColumnCounts, value);
+}
 
-int Prefs::compactRows() const { return count("compactRows", compactRowCounts); }
-void Prefs::setCompactRows(int value) { setCount("compactRows", compactRowCounts, value); }
+int Prefs::compactRows() const {
+    return count("compactRows", compactRowCounts);
+}
+void Prefs::setCompactRows(int value) {
+    setCount("compactRows", compactRowCounts, value);
+}
 
-bool Prefs::showBadges() const { return flag("showBadges", true); }
-void Prefs::setShowBadges(bool on) { setFlag("showBadges", true, on); }
+bool Prefs::showBadges() const {
+    return flag("showBadges", true);
+}
+void Prefs::setShowBadges(bool on) {
+    setFlag("showBadges", true, on);
+}
 
 std::vector<std::filesystem::path> Prefs::extraFolders() const {
     std::vector<std::filesystem::path> folders;
@@ -70,8 +110,12 @@ void Prefs::setProtectedApps(const std::set<BundleID>& apps) {
     }
 }
 
-bool Prefs::perDisplayLayouts() const { return flag("perDisplayLayouts", false); }
-void Prefs::setPerDisplayLayouts(bool on) { setFlag("perDisplayLayouts", false, on); }
+bool Prefs::perDisplayLayouts() const {
+    return flag("perDisplayLayouts", false);
+}
+void Prefs::setPerDisplayLayouts(bool on) {
+    setFlag("perDisplayLayouts", false, on);
+}
 
 Prefs::DisplayMode Prefs::displayMode() const {
     return defaults_.string("displayMode") == "list" ? DisplayMode::list : DisplayMode::pages;
@@ -83,11 +127,19 @@ void Prefs::setDisplayMode(DisplayMode mode) {
     }
 }
 
-bool Prefs::keepOpenAfterLaunch() const { return flag("keepOpenAfterLaunch", false); }
-void Prefs::setKeepOpenAfterLaunch(bool on) { setFlag("keepOpenAfterLaunch", false, on); }
+bool Prefs::keepOpenAfterLaunch() const {
+    return flag("keepOpenAfterLaunch", false);
+}
+void Prefs::setKeepOpenAfterLaunch(bool on) {
+    setFlag("keepOpenAfterLaunch", false, on);
+}
 
-bool Prefs::reduceMotion() const { return flag("reduceMotion", false); }
-void Prefs::setReduceMotion(bool on) { setFlag("reduceMotion", false, on); }
+bool Prefs::reduceMotion() const {
+    return flag("reduceMotion", false);
+}
+void Prefs::setReduceMotion(bool on) {
+    setFlag("reduceMotion", false, on);
+}
 
 bool Prefs::flag(const char* key, bool fallback) const {
     return defaults_.boolean(key).value_or(fallback);
@@ -113,7 +165,7 @@ void Prefs::setCount(const char* key, const Range& range, int value) {
 
 void Prefs::store(const char* key, const UserDefaults::Value& value) {
     defaults_.set(key, value);
-    emit changed(key);
+    Q_EMIT changed(key);
 }
 
 } // namespace vellory

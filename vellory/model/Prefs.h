@@ -90,7 +90,7 @@ class Prefs : public QObject {
     bool reduceMotion() const;
     void setReduceMotion(bool on);
 
-  signals:
+  Q_SIGNALS:
     /// The setting under `key` has another value now.
     void changed(const std::string& key);
 

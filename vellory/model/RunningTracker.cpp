@@ -23,7 +23,7 @@ void RunningTracker::refreshRunning() {
     }
     if (running != running_) {
         running_ = std::move(running);
-        emit runningChanged();
+        Q_EMIT runningChanged();
     }
 }
 
@@ -50,7 +50,7 @@ void RunningTracker::clearBadges() {
 void RunningTracker::setBadges(std::map<BundleID, std::string> badges) {
     if (badges != badges_) {
         badges_ = std::move(badges);
-        emit badgesChanged();
+        Q_EMIT badgesChanged();
     }
 }
 

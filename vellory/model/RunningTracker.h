@@ -28,7 +28,7 @@ class RunningTracker : public QObject {
     void refreshBadges();
     void clearBadges();
 
-  signals:
+  Q_SIGNALS:
     void runningChanged();
     void badgesChanged();
 

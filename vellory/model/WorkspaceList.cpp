@@ -12,7 +12,7 @@ WorkspaceList::WorkspaceList(std::filesystem::path file, QObject* parent)
 
 void WorkspaceList::load() {
     all_ = Workspace::load(file_);
-    emit changed();
+    Q_EMIT changed();
 }
 
 const Workspace* WorkspaceList::find(const Uuid& id) const {
@@ -43,13 +43,13 @@ void WorkspaceList::remove(const Uuid& id) {
 void WorkspaceList::setActive(const std::optional<Uuid>& id) {
     if (id != active_) {
         active_ = id;
-        emit activeChanged();
+        Q_EMIT activeChanged();
     }
 }
 
 void WorkspaceList::save() {
     std::ignore = Workspace::save(all_, file_);
-    emit changed();
+    Q_EMIT changed();
 }
 
 } // namespace vellory

@@ -36,7 +36,7 @@ class WorkspaceList : public QObject {
     void setActive(const std::optional<Uuid>& id);
     const Workspace* activeWorkspace() const { return active_ ? find(*active_) : nullptr; }
 
-  signals:
+  Q_SIGNALS:
     void changed();
     void activeChanged();
 
