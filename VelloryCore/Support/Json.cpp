@@ -8,11 +8,17 @@ namespace vellory::json {
 
 namespace {
 
-/// How deep arrays and objects nest, from the brackets outside of strings. Asked before parsing, so
-/// that a hostile text is turned away before anything is built from it.
-int nesting(std::string_view text) {
+struct Extent {
     int depth = 0;
-    int deepest = 0;
+    /// Never less than the values in the text: the first, and one after each bracket and comma.
+    std::size_t values = 1;
+};
+
+/// How deep and how large a text is, from the brackets and commas outside of strings. Asked before
+/// parsing, so that a hostile text is turned away before anything is built from it.
+Extent survey(std::string_view text) {
+    Extent extent;
+    int depth = 0;
     bool inString = false;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char c = text[i];
@@ -25,12 +31,15 @@ int nesting(std::string_view text) {
         } else if (c == '"') {
             inString = true;
         } else if (c == '[' || c == '{') {
-            deepest = std::max(deepest, ++depth);
+            extent.depth = std::max(extent.depth, ++depth);
+            ++extent.values;
+        } else if (c == ',') {
+            ++extent.values;
         } else if (c == ']' || c == '}') {
             --depth;
         }
     }
-    return deepest;
+    return extent;
 }
 
 [[noreturn]] void mismatch(const char* wanted, const Value& value) {
@@ -40,7 +49,8 @@ int nesting(std::string_view text) {
 } // namespace
 
 std::expected<Value, Error> parse(std::string_view text) {
-    if (nesting(text) > maxDepth) {
+    const Extent extent = survey(text);
+    if (extent.depth > maxDepth || extent.values > maxValues) {
         return std::unexpected(Error::syntax);
     }
     Value document = Value::parse(text.begin(), text.end(), nullptr, false);
