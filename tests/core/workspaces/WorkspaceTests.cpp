@@ -142,7 +142,8 @@ TEST(Workspace, OneBadElementMakesTheWholeFileUnreadable) {
 }
 
 TEST(Workspace, KeysOfLaterVersionsAndOddNumbersAreRead) {
-    EXPECT_TRUE(json::decode<std::vector<Workspace>>(changed(R"("app": {)", R"("v": 2, "app": {)")));
+    EXPECT_TRUE(
+        json::decode<std::vector<Workspace>>(changed(R"("app": {)", R"("v": 2, "app": {)")));
     EXPECT_TRUE(json::decode<std::vector<Workspace>>(
         changed(R"("name": "Writing")", R"("name": "Writing", "colour": [1])")));
     EXPECT_TRUE(json::decode<std::vector<Workspace>>(changed(R"("hour": 9)", R"("hour": 99)")));
@@ -205,8 +206,9 @@ TEST(Workspace, AppIDsKeepOrderAndRepeatsAndSkipFilesAndLinks) {
 }
 
 TEST(Workspace, SetsAsideAllButItsOwnAppsTheFileManagerItselfAndProtectedOnes) {
-    const std::vector<BundleID> running{"mail",  "com.apple.finder", "editor", "com.quorvel.vellory",
-                                        "music", "COM.APPLE.FINDER", "mail"};
+    const std::vector<BundleID> running{
+        "mail",  "com.apple.finder", "editor", "com.quorvel.vellory",
+        "music", "COM.APPLE.FINDER", "mail"};
     Workspace workspace;
     workspace.items = {Item::app("editor"), Item::file("mail")};
     for (const auto others : {Workspace::Others::hide, Workspace::Others::quit}) {
@@ -237,8 +239,7 @@ TEST(Workspace, TriggersAndRulesHaveTitles) {
     for (const auto others : Workspace::allOthers) {
         titles.push_back(title(others));
     }
-    EXPECT_THAT(titles,
-                ElementsAre("Leave other apps open", "Hide other apps", "Quit other apps"));
+    EXPECT_THAT(titles, ElementsAre("Leave other apps open", "Hide other apps", "Quit other apps"));
 }
 
 } // namespace
