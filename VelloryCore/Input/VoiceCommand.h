@@ -36,8 +36,7 @@ struct VoiceCommand {
     std::variant<Open, Workspace, Search, ShowGrid, CloseWorkspace> content;
 
     /// The command that a recogniser's transcript spells, in any letter case and punctuation;
-    /// nothing when it holds no more than the wake word and "please". Names come back in lower
-    /// case.
+    /// nothing when it holds no more than the wake word. Names come back in lower case.
     ///
     /// A phrase at the start matches whole words only: "finder" opens Finder, and does not search
     /// for "er". What fits no phrase is taken as the name of an app.

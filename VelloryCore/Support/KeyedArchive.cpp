@@ -2,6 +2,7 @@
 #include "Support/KeyedArchive.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace vellory {
 
@@ -11,6 +12,17 @@ constexpr PropertyList::Limits limits{.bytes = 8U * 1024U * 1024U, .depth = 64, 
 
 /// Entries of one dictionary that a key is looked for in; the lists we read have ten at most.
 constexpr std::size_t mostEntries = 256;
+
+/// The place that a reference names. XML has no references of its own and spells them as
+/// dictionaries.
+std::optional<std::uint64_t> reference(const PropertyList::Value& value) {
+    if (const PropertyList::Uid* uid = value.uid()) {
+        return uid->index;
+    }
+    const PropertyList::Value* spelled = value.find("CF$UID");
+    const std::int64_t* index = spelled == nullptr ? nullptr : spelled->integer();
+    return index == nullptr ? std::nullopt : std::optional(static_cast<std::uint64_t>(*index));
+}
 
 } // namespace
 
@@ -78,13 +90,13 @@ const std::string* KeyedArchive::data(const Value* object) const {
 }
 
 const KeyedArchive::Value* KeyedArchive::resolved(const Value* value) const {
-    const PropertyList::Uid* uid = value == nullptr ? nullptr : value->uid();
-    if (uid == nullptr) {
+    const auto index = value == nullptr ? std::nullopt : reference(*value);
+    if (!index) {
         return value;
     }
     // The first object is the text "$null", which every reference to nothing names.
     const PropertyList::Array& objects = *archive_.find("$objects")->array();
-    return uid->index == 0 || uid->index >= objects.size() ? nullptr : &objects[uid->index];
+    return *index == 0 || *index >= objects.size() ? nullptr : &objects[*index];
 }
 
 const PropertyList::Array* KeyedArchive::list(const Value* object, std::string_view key) const {

@@ -2,7 +2,6 @@
 #include "Usage/HabitDetector.h"
 
 #include <algorithm>
-#include <chrono>
 #include <limits>
 #include <map>
 #include <random>
@@ -242,22 +241,38 @@ TEST(HabitDetector, AnyLogGivesWhatTheRulesSay) {
     EXPECT_GT(habitsSeen, 100);
 }
 
-TEST(HabitDetector, HostileLogsAreSearchedInTime) {
-    // A million events: 100 apps at random on 42 days, all in the log's five-minute slots.
-    std::mt19937 random(7);
+TEST(HabitDetector, CrowdedDaysHideNoHabit) {
+    // Three days with 10,000 launches of two apps in one slot before the habit's, then a million
+    // launches of 100 apps at random: the latest are looked at, and the search ends.
     HabitLog log;
+    for (int day = 0; day < 3; ++day) {
+        for (int i = 0; i < 10'000; ++i) {
+            open(log, day, 300, {i % 2 == 0 ? "even" : "odd"});
+        }
+        open(log, day, 540, {"A", "B", "C"});
+    }
+    EXPECT_THAT(found(log), ElementsAre(Habit{{"A", "B", "C"}, 3, {2, 3, 4}, 540}));
+    std::mt19937 random(7);
     for (int i = 0; i < 1'000'000; ++i) {
-        open(log, static_cast<int>(random() % 42), static_cast<int>(random() % 288) * 5,
+        open(log, 10 + static_cast<int>(random() % 42), static_cast<int>(random() % 288) * 5,
              {"app" + std::to_string(random() % 100)});
     }
-    // One day of 10,000 launches of two apps in one slot, after three days of everything.
-    const HabitLog crowd = log;
-    for (int i = 0; i < 10'000; ++i) {
-        open(log, 50, 540, {i % 2 == 0 ? "even" : "odd"});
+    const auto habits = found(log);
+    EXPECT_EQ(habits.size(), 3U);
+    EXPECT_EQ(std::ranges::find(habits, "A+B+C", &Habit::id), habits.end());
+}
+
+TEST(HabitDetector, OnlyTheLatestEventsAreLookedAt) {
+    HabitLog log;
+    for (int day = 0; day < 3; ++day) {
+        open(log, day, 540, {"A", "B", "C"});
     }
-    // Counted in steps rather than seconds: the search looks at the latest events only.
-    EXPECT_EQ(found(log).size(), 3U);
-    EXPECT_EQ(found(crowd).size(), 3U);
+    for (std::size_t i = log.events.size(); i < mostEvents; ++i) {
+        open(log, 3, 0, {"x"});
+    }
+    EXPECT_EQ(found(log).size(), 1U);
+    open(log, 3, 0, {"x"});
+    EXPECT_THAT(found(log), IsEmpty());
 }
 
 TEST(HabitDetector, NumbersOutOfRangeAreHarmless) {
