@@ -80,7 +80,8 @@ void Prefs::setShowBadges(bool on) {
 
 std::vector<std::filesystem::path> Prefs::extraFolders() const {
     std::vector<std::filesystem::path> folders;
-    for (const std::string& text : defaults_.strings("extraFolders").value_or({})) {
+    for (const std::string& text :
+         defaults_.strings("extraFolders").value_or(std::vector<std::string>{})) {
         if (std::filesystem::path folder(text); folder.is_absolute()) {
             folders.push_back(std::move(folder));
         }
@@ -100,7 +101,7 @@ void Prefs::setExtraFolders(const std::vector<std::filesystem::path>& folders) {
 }
 
 std::set<BundleID> Prefs::protectedApps() const {
-    const auto apps = defaults_.strings("protectedApps").value_or({});
+    const auto apps = defaults_.strings("protectedApps").value_or(std::vector<std::string>{});
     return {apps.begin(), apps.end()};
 }
 
