@@ -65,8 +65,7 @@ TEST(BoardEdits, EachIsOneStepNamedByItsReasonSavedAndConfirmed) {
 
         EXPECT_EQ(world.inMemory(), edit.expected);
         EXPECT_EQ(world.store().load(), model.board());
-        EXPECT_THAT(world.history(),
-                    ElementsAre(Text::replacingAll(edit.reason, " ", "_")));
+        EXPECT_THAT(world.history(), ElementsAre(Text::replacingAll(edit.reason, " ", "_")));
         ASSERT_EQ(world.notices.size(), 1U);
         EXPECT_EQ(world.lastNotice(), edit.reason);
         EXPECT_EQ(world.notices.back().seconds, 1.8);
@@ -164,7 +163,7 @@ TEST(BoardEdits, AFailedSaveIsToldKeepsTheBoardAndIsTriedAgain) {
 TEST(BoardEdits, SortingByUseAsksHowOftenAppsWereLaunched) {
     World world;
     AppModel& model = world.startWith(apps, usualBoard());
-    for (const BundleID& id : {"d", "d", "e"}) {
+    for (const char* id : {"d", "d", "e"}) {
         world.runningApps.observer.launched(id);
     }
     model.sortByUse();

@@ -24,8 +24,7 @@ TEST(InstalledApps, ABurstOfChangesLeadsToOneRescanTwoSecondsAfterTheLast) {
     world.scheduler.advance(0.01);
     EXPECT_EQ(world.catalogue.scans.size(), scans + 1);
     EXPECT_EQ(world.onDisk(), "a mail");
-    EXPECT_THAT(world.notices,
-                ElementsAre(Notice{"MAIL added to vellory", "plus.app", 1.8}));
+    EXPECT_THAT(world.notices, ElementsAre(Notice{"MAIL added to vellory", "plus.app", 1.8}));
     EXPECT_THAT(world.history(), ElementsAre("Apps_changed"));
 
     world.scheduler.advance(50);

@@ -69,7 +69,8 @@ class FakeAppCatalogue final : public AppCatalogue {
 class FakeRunningApps final : public RunningApps {
   public:
     std::vector<RunningApp> apps;
-    /// What was asked, such as "open org.mail", "new org.mail", "compose org.mail", "hide org.mail".
+    /// What was asked, such as "open org.mail", "new org.mail", "compose org.mail", "hide
+    /// org.mail".
     std::vector<std::string> asked;
     /// What waits to be told how a start went, oldest first.
     std::vector<Completion> completions;
