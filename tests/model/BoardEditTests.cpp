@@ -38,7 +38,7 @@ const std::vector<Edit>& edits() {
          [](AppModel& m) { EXPECT_EQ(m.drop("e", "app:a"), uuid(1000)); }},
         {"Moved", "[Work: c d b] a e",
          [](AppModel& m) { EXPECT_EQ(m.drop("b", "folder:" + uuid(1).string()), uuid(1)); }},
-        {"New folder", "b [Work: c] [Play: e d] a",
+        {"New folder", "b [Work: c] a [Play: e d]",
          [](AppModel& m) { EXPECT_EQ(m.makeFolder({"e", "d", "nobody"}, "Play"), uuid(1000)); }},
         {"Renamed folder", "b [Jobs: c d] a e",
          [](AppModel& m) { m.renameFolder(uuid(1), " Jobs "); }},

@@ -16,10 +16,13 @@ using Kind = KeyCommand::Kind;
 constexpr Qt::KeyboardModifiers commandModifiers =
     Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
 
-bool isPrintable(const QString& text) {
+/// Whether the key types something to search for. Joiners, which hold emoji together, count.
+bool isText(const QString& text) {
     const auto characters = text.toUcs4();
     return !characters.isEmpty() && std::ranges::all_of(characters, [](char32_t character) {
-        return QChar::isPrint(character);
+        const QChar::Category category = QChar::category(character);
+        return category != QChar::Other_Control && category != QChar::Other_Surrogate &&
+               category != QChar::Separator_Line && category != QChar::Separator_Paragraph;
     });
 }
 
@@ -77,7 +80,7 @@ KeyCommand KeyCommand::of(const KeyPress& press, bool rightToLeft) {
     case Qt::Key_PageDown:
         return {.kind = Kind::move, .move = Move::pageOn};
     default:
-        return isPrintable(press.text) ? KeyCommand{.kind = Kind::type} : KeyCommand{};
+        return isText(press.text) ? KeyCommand{.kind = Kind::type} : KeyCommand{};
     }
 }
 
