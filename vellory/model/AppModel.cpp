@@ -27,7 +27,8 @@ AppModel::AppModel(Ports ports, Environment environment, QObject* parent)
                            [&clock = ports.clock] { return clock.now(); })),
       workspaces_(environment_.paths.workspaces()), launches_(environment_.paths, ports.scheduler),
       running_(ports), editor_(*this, document_, ports_, environment_),
-      rescanner_(ports.folderWatcher, ports.scheduler, [this] { rescan(); }) {
+      rescanner_(ports.folderWatcher, ports.scheduler, [this] { rescan(); }),
+      focusFilter_(GridFilter::load(ports.defaults)) {
     connect(&prefs_, &Prefs::changed, this, &AppModel::onPrefChanged);
     connect(&running_, &RunningTracker::runningChanged, this, &AppModel::runningChanged);
     connect(&running_, &RunningTracker::badgesChanged, this, &AppModel::badgesChanged);
@@ -233,6 +234,14 @@ void AppModel::setShowAllApps(bool on) {
     }
 }
 
+void AppModel::setFocusFilter(const std::optional<GridFilter>& filter) {
+    if (filter != focusFilter_) {
+        focusFilter_ = filter;
+        GridFilter::save(filter, ports_.defaults);
+        refreshGrid();
+    }
+}
+
 bool AppModel::isShown(const BundleID& id) const {
     return apps_.contains(id) && !board().hidden.contains(id) &&
            (!allowed_ || allowed_->contains(id));
@@ -245,8 +254,10 @@ void AppModel::refreshGrid() {
         const auto ids = workspace->appIDs();
         allowed_.emplace(ids.begin(), ids.end());
     }
-    visibleTiles_ =
-        GridContents::shownTiles(board().tiles, [this](const BundleID& id) { return isShown(id); });
+    const bool isFiltered = !showAllApps_ && focusFilter_;
+    visibleTiles_ = GridContents::shownTiles(
+        isFiltered ? focusFilter_->tiles(board().tiles, workspaces_.all()) : board().tiles,
+        [this](const BundleID& id) { return isShown(id); });
 
     std::vector<std::pair<BundleID, std::string>> candidates;
     std::unordered_set<BundleID> seen;

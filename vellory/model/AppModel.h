@@ -14,6 +14,7 @@
 #include "Board/Board.h"
 #include "Board/BoardStore.h"
 #include "Board/InstalledApp.h"
+#include "Search/GridFilter.h"
 #include "Support/Text.h"
 #include "Support/Uuid.h"
 #include "model/AppRescanner.h"
@@ -103,6 +104,10 @@ class AppModel : public QObject {
     /// Shows everything in spite of filters and the active workspace.
     bool showAllApps() const { return showAllApps_; }
     void setShowAllApps(bool on);
+
+    /// What a Focus mode of the desktop lets through; kept over restarts.
+    const std::optional<GridFilter>& focusFilter() const { return focusFilter_; }
+    void setFocusFilter(const std::optional<GridFilter>& filter);
 
     // --- Opening apps: unknown identifiers do nothing, failures are told in a notice ---
 
@@ -213,6 +218,7 @@ class AppModel : public QObject {
     Scheduler::Handle minuteTimer_;
 
     bool showAllApps_ = false;
+    std::optional<GridFilter> focusFilter_;
     std::map<BundleID, InstalledApp> apps_;
     std::vector<BundleID> installedOrder_;
     /// What the active workspace lets through; nothing when it does not restrict the grid.

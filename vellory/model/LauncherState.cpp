@@ -20,17 +20,6 @@ constexpr double labelHeight = 25;
 constexpr double gapWithLabels = 26;
 constexpr double gapWithoutLabels = 18;
 
-/// Keys pressed together with these are commands, not text.
-constexpr Qt::KeyboardModifiers commandModifiers =
-    Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
-
-bool isPrintable(const QString& text) {
-    const auto characters = text.toUcs4();
-    return !characters.isEmpty() && std::ranges::all_of(characters, [](char32_t character) {
-        return QChar::isPrint(character);
-    });
-}
-
 } // namespace
 
 LauncherState::LauncherState(AppModel& model, QObject* parent) : QObject(parent), model_(model) {
@@ -317,6 +306,10 @@ void LauncherState::activate(const Tile& tile) {
         return;
     }
     model_.launch(*tile.app());
+    hideAfterLaunch();
+}
+
+void LauncherState::hideAfterLaunch() {
     if (!keepOpen_) {
         Q_EMIT hideRequested();
     }
@@ -338,159 +331,107 @@ void LauncherState::reset() {
 // --- Keys ---
 
 bool LauncherState::handleKey(const KeyPress& press) {
+    const KeyCommand command = KeyCommand::of(press, rightToLeft_);
     if (hintsMode_) {
-        return handleHintKey(press);
+        handleHintKey(command, press.text);
+        return true;
     }
-    const bool isControl = press.modifiers.testFlag(Qt::ControlModifier);
-    switch (press.key) {
-    case Qt::Key_Escape:
+    switch (command.kind) {
+    case KeyCommand::Kind::none:
+        return false;
+    case KeyCommand::Kind::back:
         back();
         return true;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        if (highlighted() == nullptr) {
-            return false;
-        }
-        activateHighlighted(isControl);
-        return true;
-    case Qt::Key_Space:
-        if (isControl) {
-            if (const Tile* tile = highlighted(); tile != nullptr && tile->app() != nullptr) {
-                toggleSelected(*tile->app());
-            }
-            return true;
-        }
-        break;
-    case Qt::Key_G:
-        if (isControl) {
-            setHintsMode(true);
-            return true;
-        }
-        break;
-    default:
-        break;
-    }
-    return handleMoveKey(press) || handleTyping(press);
-}
-
-void LauncherState::activateHighlighted(bool newInstance) {
-    // A copy: what follows may change the items.
-    const Tile tile = *highlighted();
-    const BundleID* app = tile.app();
-    if (!newInstance || app == nullptr) {
-        activate(tile);
-        return;
-    }
-    model_.launchNew(*app);
-    if (!keepOpen_) {
-        Q_EMIT hideRequested();
-    }
-}
-
-bool LauncherState::handleHintKey(const KeyPress& press) {
-    const GridNavigation::Grid grid = shownGrid();
-    const std::string letter = Text::uppercased(press.text.toStdString());
-    if (press.key == Qt::Key_Backspace && !hintBuffer_.empty()) {
-        assign(hintBuffer_, std::string(), &LauncherState::hintBufferChanged);
-        return true;
-    }
-    if (press.key == Qt::Key_Escape || letter.size() != 1 ||
-        hintAlphabet.find(letter) == std::string_view::npos ||
-        (press.modifiers & commandModifiers) != Qt::NoModifier) {
-        setHintsMode(false);
-        return true;
-    }
-    const std::string typed = hintBuffer_ + letter;
-    const int end = std::min(grid.firstShown() + grid.pageSize(), grid.count);
-    for (int index = grid.firstShown(); index < end; ++index) {
-        if (const std::string label = hint(index); label == typed) {
-            setHintsMode(false);
-            const Tile tile = currentItems_[static_cast<std::size_t>(index)];
-            activate(tile);
-            return true;
-        } else if (label.starts_with(typed)) {
-            assign(hintBuffer_, typed, &LauncherState::hintBufferChanged);
-        }
-    }
-    // A letter that leads to no tile is passed over.
-    return true;
-}
-
-bool LauncherState::handleMoveKey(const KeyPress& press) {
-    using GridNavigation::Move;
-    const int towardsEnd = rightToLeft_ ? -1 : 1;
-    const bool isCommand = (press.modifiers & commandModifiers) != Qt::NoModifier;
-    switch (press.key) {
-    case Qt::Key_Left:
-    case Qt::Key_Right: {
-        const int pages = press.key == Qt::Key_Right ? towardsEnd : -towardsEnd;
-        if (press.modifiers.testFlag(Qt::ControlModifier)) {
-            step(pages);
-            setHighlight(std::nullopt);
-        } else if (isCommand) {
-            return false;
-        } else {
-            moveHighlight(pages > 0 ? Move::on : Move::back);
+    case KeyCommand::Kind::activate:
+    case KeyCommand::Kind::activateNew:
+        return activateHighlighted(command.kind == KeyCommand::Kind::activateNew);
+    case KeyCommand::Kind::select:
+        if (const Tile* tile = highlighted(); tile != nullptr && tile->app() != nullptr) {
+            toggleSelected(*tile->app());
         }
         return true;
-    }
-    default:
-        break;
-    }
-    if (isCommand) {
-        return false;
-    }
-    switch (press.key) {
-    case Qt::Key_Up:
-        moveHighlight(Move::up);
+    case KeyCommand::Kind::hints:
+        setHintsMode(true);
         return true;
-    case Qt::Key_Down:
-        moveHighlight(Move::down);
+    case KeyCommand::Kind::move:
+        moveHighlight(command.move);
         return true;
-    case Qt::Key_Home:
-        moveHighlight(Move::first);
+    case KeyCommand::Kind::turnPage:
+        step(command.pages);
+        setHighlight(std::nullopt);
         return true;
-    case Qt::Key_End:
-        moveHighlight(Move::last);
-        return true;
-    case Qt::Key_PageUp:
-    case Qt::Key_PageDown:
-        if (highlight_) {
-            moveHighlight(press.key == Qt::Key_PageUp ? Move::pageBack : Move::pageOn);
-        } else {
-            step(press.key == Qt::Key_PageUp ? -1 : 1);
-        }
-        return true;
-    default:
-        return false;
-    }
-}
-
-void LauncherState::moveHighlight(GridNavigation::Move move) {
-    setHighlight(GridNavigation::moved(highlight_, move, shownGrid()));
-}
-
-bool LauncherState::handleTyping(const KeyPress& press) {
-    if ((press.modifiers & commandModifiers) != Qt::NoModifier) {
-        return false;
-    }
-    if (press.key == Qt::Key_Backspace) {
+    case KeyCommand::Kind::erase:
         if (!searching()) {
             return false;
         }
-        const std::size_t length = Text::length(query_);
-        setQuery(std::string(Text::prefix(query_, length - 1)));
+        setQuery(std::string(Text::prefix(query_, Text::length(query_) - 1)));
+        return true;
+    case KeyCommand::Kind::type:
+        type(press.text.toStdString());
         return true;
     }
-    if (!isPrintable(press.text)) {
+    return false;
+}
+
+void LauncherState::moveHighlight(GridNavigation::Move move) {
+    using GridNavigation::Move;
+    if (!highlight_ && (move == Move::pageBack || move == Move::pageOn)) {
+        step(move == Move::pageOn ? 1 : -1);
+    } else {
+        setHighlight(GridNavigation::moved(highlight_, move, shownGrid()));
+    }
+}
+
+bool LauncherState::activateHighlighted(bool newInstance) {
+    if (highlighted() == nullptr) {
         return false;
     }
-    const std::string text = press.text.toStdString();
+    // A copy: what follows may change the items.
+    const Tile tile = *highlighted();
+    if (!newInstance || tile.app() == nullptr) {
+        activate(tile);
+        return true;
+    }
+    model_.launchNew(*tile.app());
+    hideAfterLaunch();
+    return true;
+}
+
+void LauncherState::type(const std::string& text) {
     // A search does not begin with a blank: that would turn the grid into a list of everything.
     if (searching() || !Text::trimmed(text).empty()) {
         setQuery(query_ + text);
     }
-    return true;
+}
+
+void LauncherState::handleHintKey(const KeyCommand& command, const QString& text) {
+    if (command.kind == KeyCommand::Kind::erase) {
+        assign(hintBuffer_, std::string(), &LauncherState::hintBufferChanged);
+        return;
+    }
+    const std::string letter = Text::uppercased(text.toStdString());
+    if (command.kind != KeyCommand::Kind::type || letter.size() != 1 ||
+        hintAlphabet.find(letter) == std::string_view::npos) {
+        setHintsMode(false);
+        return;
+    }
+    // A letter that leads to no tile on the page is passed over.
+    const std::string typed = hintBuffer_ + letter;
+    const GridNavigation::Grid grid = shownGrid();
+    const int end = std::min(grid.firstShown() + grid.pageSize(), grid.count);
+    for (int index = grid.firstShown(); index < end; ++index) {
+        const std::string label = hint(index);
+        if (label == typed) {
+            setHintsMode(false);
+            const Tile tile = currentItems_[static_cast<std::size_t>(index)];
+            activate(tile);
+            return;
+        }
+        if (label.starts_with(typed)) {
+            assign(hintBuffer_, typed, &LauncherState::hintBufferChanged);
+            return;
+        }
+    }
 }
 
 // --- Scrolling ---

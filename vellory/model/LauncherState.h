@@ -13,18 +13,12 @@
 #include "Board/Board.h"
 #include "Support/Uuid.h"
 #include "model/GridNavigation.h"
+#include "model/KeyCommand.h"
 #include "model/ScrollPager.h"
 
 namespace vellory {
 
 class AppModel;
-
-/// A key that was pressed, as the window system tells it.
-struct KeyPress {
-    Qt::Key key = Qt::Key_unknown;
-    Qt::KeyboardModifiers modifiers = Qt::NoModifier;
-    QString text = {}; ///< what it types
-};
 
 /// What one launcher window shows of the model: text typed, page, open folder, highlight,
 /// selection. Main thread only.
@@ -151,10 +145,10 @@ class LauncherState : public QObject {
     void showItem(int index);
     const Tile* highlighted() const;
     void moveHighlight(GridNavigation::Move move);
-    void activateHighlighted(bool newInstance);
-    bool handleHintKey(const KeyPress& press);
-    bool handleMoveKey(const KeyPress& press);
-    bool handleTyping(const KeyPress& press);
+    bool activateHighlighted(bool newInstance);
+    void hideAfterLaunch();
+    void type(const std::string& text);
+    void handleHintKey(const KeyCommand& command, const QString& text);
 
     AppModel& model_;
     std::string query_;

@@ -80,7 +80,8 @@ void Prefs::setShowBadges(bool on) {
 
 std::vector<std::filesystem::path> Prefs::extraFolders() const {
     std::vector<std::filesystem::path> folders;
-    for (const std::string& text : defaults_.strings("extraFolders").value_or(std::vector<std::string>{})) {
+    for (const std::string& text :
+         defaults_.strings("extraFolders").value_or(std::vector<std::string>{})) {
         if (std::filesystem::path folder(text); folder.is_absolute()) {
             folders.push_back(std::move(folder));
         }
