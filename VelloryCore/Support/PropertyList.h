@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "Support/Date.h"
+#include "Support/DocumentVisitor.h"
 
 /// Property lists, the format of bundle information files, preferences and keyed archives, in their
 /// XML and binary forms. Reading is bounded before anything is built: by nesting, by the number of
@@ -67,5 +68,10 @@ struct Limits {
 };
 
 std::expected<Value, Error> parse(std::string_view bytes, const Limits& limits = {});
+
+/// Tells `visitor` what a property list holds, at any depth, without building a tree of it. Memory
+/// stays at a fraction of the file's size. A list past its limits counts as malformed; one that
+/// declares XML entities as well.
+VisitResult visit(std::string_view bytes, DocumentVisitor& visitor);
 
 } // namespace vellory::PropertyList
