@@ -87,8 +87,8 @@ class TreeWalk {
                     return std::move(finished.found);
                 }
                 if (!finished.found.empty()) {
-                    open_.back().page.push_back(LayoutItem::folder(
-                        finished.row->title.value_or("Folder"), std::move(finished.found)));
+                    open_.back().page.push_back({LayoutItem::Folder{
+                        finished.row->title.value_or("Folder"), std::move(finished.found)}});
                 }
             }
         }
@@ -106,6 +106,9 @@ class TreeWalk {
 
     Folder opened(const Row& row) const { return {&row, children_.of(row.id), {}, {}, {}}; }
 
+    /// The folder whose open page takes what is found now: past the greatest nesting an ancestor.
+    Folder& holder() { return open_[std::min(open_.size() - 1, maxNesting)]; }
+
     static void finishPage(Folder& folder) {
         if (!folder.page.empty()) {
             folder.found.push_back(std::exchange(folder.page, {}));
@@ -115,8 +118,8 @@ class TreeWalk {
     void place(std::size_t index) {
         const Row& row = rows_[index];
         if (row.type == Type::app && row.bundleID && !row.bundleID->empty()) {
-            open_.back().page.push_back(
-                LayoutItem::app(*row.bundleID, row.title.value_or(*row.bundleID)));
+            holder().page.push_back(
+                {LayoutItem::App{*row.bundleID, row.title.value_or(*row.bundleID)}});
         } else if (row.type == Type::folder && foldersSeen_.insert(row.id).second) {
             open_.push_back(opened(row));
         }

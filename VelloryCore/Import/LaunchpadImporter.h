@@ -19,9 +19,9 @@ namespace vellory::LaunchpadImporter {
 /// One row of the query: an item and, where it is an app or a folder, what names it.
 struct Row {
     std::int64_t id = 0;
-    std::string uuid;       ///< empty where the database has none
-    std::int64_t type = 0;  ///< one of `Type`, or another that is skipped
-    std::int64_t parent = 0;///< the id of the item that holds this one
+    std::string uuid;        ///< empty where the database has none
+    std::int64_t type = 0;   ///< one of `Type`, or another that is skipped
+    std::int64_t parent = 0; ///< the id of the item that holds this one
     std::int64_t ordering = 0;
     std::optional<std::string> title;
     std::optional<BundleID> bundleID;
@@ -53,6 +53,10 @@ struct ImportError {
 /// ended, so that a database made to exhaust memory does not.
 inline constexpr std::size_t maxRows = 300'000;
 
+/// Folders within folders that are kept as such. What lies deeper moves up to the deepest one, so
+/// that no app is lost and a layout can be copied and compared by recursion.
+inline constexpr std::size_t maxNesting = 1000;
+
 /// Where the system keeps the database, in the user's own temporary folder; nothing without one.
 std::optional<std::filesystem::path>
 defaultDatabaseURL(const std::optional<std::filesystem::path>& userTemporaryFolder);
@@ -64,8 +68,9 @@ std::expected<Layout, ImportError> importLayout(const std::filesystem::path& loc
 /// where the database is damaged or a limit is reached.
 std::expected<std::vector<Row>, ImportError> readItems(const Sqlite::Database& database);
 
-/// The tree that the rows describe. Folders nest as deep as the rows say. What a folder or page
-/// holds is placed once: where several rows share an id, with the one that is reached first.
+/// The tree that the rows describe. Folders nest as the rows say, up to `maxNesting`. What a folder
+/// or page holds is placed once: where several rows share an id, with the one that is reached
+/// first.
 std::expected<Layout, ImportError> layoutFrom(const std::vector<Row>& rows);
 
 } // namespace vellory::LaunchpadImporter

@@ -49,9 +49,7 @@ class BinaryVisit {
         std::size_t next = 0;
     };
 
-    static VisitResult went(bool on) {
-        return on ? VisitResult::complete : VisitResult::stopped;
-    }
+    static VisitResult went(bool on) { return on ? VisitResult::complete : VisitResult::stopped; }
 
     std::optional<std::string_view> text(std::size_t object) {
         const auto found = objects_.text(object, storage_);
@@ -163,7 +161,8 @@ class XmlVisit {
             {"data", Element::other},
             {"plist", Element::plist},
         }};
-        const auto* found = std::ranges::find(elements, name, [](const auto& e) { return e.first; });
+        const auto* found =
+            std::ranges::find(elements, name, [](const auto& e) { return e.first; });
         return found == elements.end() ? std::nullopt : std::optional(found->second);
     }
 

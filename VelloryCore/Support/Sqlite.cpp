@@ -82,8 +82,8 @@ void harden(sqlite3* handle, const Limits& limits) {
 }
 
 constexpr bool standsForItself(char c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') ||
-           c == '/' || c == '-' || c == '.' || c == '_' || c == '~';
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '/' ||
+           c == '-' || c == '.' || c == '_' || c == '~';
 }
 
 } // namespace
