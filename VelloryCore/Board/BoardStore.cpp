@@ -103,16 +103,15 @@ BoardStore::save(const Board& board, std::optional<std::string_view> reason) con
             AtomicFile::keepUnreadable(file_);
         }
         if (reason && old) {
-            if (auto kept = keepInHistory(*old, *reason); !kept) {
-                return kept;
-            }
+            return saveWithHistory(content, *old, *reason);
         }
     }
     return AtomicFile::write(file_, content);
 }
 
-std::expected<void, std::error_code> BoardStore::keepInHistory(std::string_view content,
-                                                               std::string_view reason) const {
+std::expected<void, std::error_code>
+BoardStore::saveWithHistory(std::string_view content, std::string_view old,
+                            std::string_view reason) const {
     if (auto created = AtomicFile::createFolder(historyFolder_); !created) {
         return created;
     }
@@ -127,13 +126,19 @@ std::expected<void, std::error_code> BoardStore::keepInHistory(std::string_view 
     }
     std::string name = std::to_string(time) + '_' + cleaned(reason);
     const fs::path entry = historyFolder_ / name.append(extension);
-    if (auto written = AtomicFile::write(entry, content); !written) {
-        return written;
+    auto saved = AtomicFile::write(entry, old);
+    if (saved) {
+        saved = AtomicFile::write(file_, content);
+    }
+    // An entry that stayed after a save that failed would push older ones out, try after try.
+    std::error_code ignored;
+    if (!saved) {
+        fs::remove(entry, ignored);
+        return saved;
     }
     const std::vector<Snapshot> all = snapshots();
     for (std::size_t i = keep_; i < all.size(); ++i) {
         // One that cannot be deleted is tried again after the next change.
-        std::error_code ignored;
         fs::remove(all[i].url, ignored);
     }
     return {};
