@@ -25,6 +25,8 @@ constexpr std::array<std::string_view, 6> childrenKeys{"apps",     "items",     
 constexpr std::size_t maxDepth = 256;
 /// Longer texts neither identify nor name anything: pictures are kept as texts, too.
 constexpr std::size_t maxTextBytes = 4096;
+/// Values in the tree of a property list, whose memory comes on top.
+constexpr std::size_t maxValues = 600'000;
 constexpr std::size_t maxWeight = 96U * 1024U * 1024U;
 
 template <std::size_t n>
@@ -218,6 +220,15 @@ void paginate(LayoutPage items, std::vector<LayoutPage>& pages) {
     finishPage();
 }
 
+VisitResult visitPropertyList(std::string_view bytes, DocumentVisitor& visitor) {
+    const auto root = PropertyList::parse(bytes, {.depth = maxDepth, .values = maxValues});
+    if (!root) {
+        return root.error() == PropertyList::Error::tooLarge ? VisitResult::stopped
+                                                             : VisitResult::malformed;
+    }
+    return PropertyList::visit(*root, visitor) ? VisitResult::complete : VisitResult::stopped;
+}
+
 } // namespace
 
 Result layoutInBackup(std::string_view bytes, const Resolver& resolver) {
@@ -225,15 +236,14 @@ Result layoutInBackup(std::string_view bytes, const Resolver& resolver) {
         return std::unexpected(ImportError{ImportError::Kind::unreadable, std::move(why)});
     };
     LayoutPage items;
-    const auto visited = [&](auto visit) {
-        Walk walk(resolver);
-        const VisitResult result = visit(bytes, walk);
-        items = walk.takeItems();
-        return result;
-    };
-    VisitResult result = visited(json::visit);
+    Walk json(resolver);
+    VisitResult result = json::visit(bytes, json);
     if (result == VisitResult::malformed) {
-        result = visited(PropertyList::visit);
+        Walk list(resolver);
+        result = visitPropertyList(bytes, list);
+        items = list.takeItems();
+    } else {
+        items = json.takeItems();
     }
     if (result != VisitResult::complete) {
         return unreadable(result == VisitResult::stopped

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Import/PathList.h"
 
-#include <algorithm>
-#include <cstdint>
 #include <utility>
 
 #include "Support/Json.h"
@@ -65,16 +63,9 @@ class KeyedArchive {
         if (reference == nullptr || objects_ == nullptr) {
             return nullptr;
         }
-        std::optional<std::uint64_t> index;
-        if (const auto* uid = reference->uid()) {
-            index = uid->index;
-        } else if (const auto* spelled = reference->find("CF$UID")) { // as XML has it
-            const auto* number = spelled->integer();
-            index = number != nullptr && *number >= 0
-                        ? std::optional(static_cast<std::uint64_t>(*number))
-                        : std::nullopt;
-        }
-        return index && *index < objects_->size() ? &(*objects_)[*index] : nullptr;
+        const auto* uid = reference->uid();
+        const bool isInRange = uid != nullptr && uid->index < objects_->size();
+        return isInRange ? &(*objects_)[uid->index] : nullptr;
     }
 
     bool isArray(const Value& object) const {
@@ -100,15 +91,20 @@ class KeyedArchive {
 } // namespace
 
 std::optional<std::vector<std::string>> pathList(std::string_view bytes) {
-    for (const auto visit : {json::visit, PropertyList::visit}) {
-        ListOfTexts list;
-        if (visit(bytes, list) == VisitResult::complete) {
-            return std::move(list.texts);
-        }
+    ListOfTexts json;
+    if (json::visit(bytes, json) == VisitResult::complete) {
+        return std::move(json.texts);
     }
     // Values: what the tree of them takes memory for.
-    const auto archive = PropertyList::parse(bytes, {.depth = 64, .values = 200'000});
-    return archive ? KeyedArchive(*archive).rootTexts() : std::nullopt;
+    const auto root = PropertyList::parse(bytes, {.depth = 64, .values = 200'000});
+    if (!root) {
+        return std::nullopt;
+    }
+    ListOfTexts list;
+    if (PropertyList::visit(*root, list)) {
+        return std::move(list.texts);
+    }
+    return KeyedArchive(*root).rootTexts();
 }
 
 } // namespace vellory::RivalImport

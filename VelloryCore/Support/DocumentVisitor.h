@@ -5,8 +5,8 @@
 
 namespace vellory {
 
-/// Is told, in order, what a JSON text or property list holds, without a tree of it being built:
-/// for documents of other programs, which may be far larger than what is wanted from them.
+/// Is told, in order, what a JSON text or property list holds. Of JSON no tree is built for it: for
+/// documents of other programs, which may be far larger than what is wanted from them.
 ///
 /// Every begin has its end as long as the document is well formed. Any event may return false to
 /// stop the reading.

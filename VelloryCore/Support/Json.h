@@ -66,13 +66,27 @@ void fromJson(const Value& value, Uuid& out);
 /// Seconds since 2001-01-01 00:00 UTC.
 void fromJson(const Value& value, Date& out);
 
-inline void toJson(Value& value, bool in) { value = in; }
-inline void toJson(Value& value, int in) { value = in; }
-inline void toJson(Value& value, std::int64_t in) { value = in; }
-inline void toJson(Value& value, double in) { value = in; }
-inline void toJson(Value& value, const std::string& in) { value = in; }
-inline void toJson(Value& value, const Uuid& in) { value = in.string(); }
-inline void toJson(Value& value, const Date& in) { value = in.secondsSince2001; }
+inline void toJson(Value& value, bool in) {
+    value = in;
+}
+inline void toJson(Value& value, int in) {
+    value = in;
+}
+inline void toJson(Value& value, std::int64_t in) {
+    value = in;
+}
+inline void toJson(Value& value, double in) {
+    value = in;
+}
+inline void toJson(Value& value, const std::string& in) {
+    value = in;
+}
+inline void toJson(Value& value, const Uuid& in) {
+    value = in.string();
+}
+inline void toJson(Value& value, const Date& in) {
+    value = in.secondsSince2001;
+}
 
 template <class T>
 void fromJson(const Value& value, std::vector<T>& out);

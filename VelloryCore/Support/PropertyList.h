@@ -55,11 +55,13 @@ struct Value {
 };
 
 enum class Error {
-    malformed, ///< neither an XML nor a binary property list
+    malformed, ///< neither an XML nor a binary property list, or one that is damaged
     tooLarge   ///< past one of the limits
 };
 
 struct Limits {
+    /// Of the file; and of the tree's texts and data once shared ones are counted wherever they
+    /// occur.
     std::size_t bytes = 64U * 1024U * 1024U;
     /// Containers within containers.
     std::size_t depth = 256;
@@ -67,11 +69,10 @@ struct Limits {
     std::size_t values = 2'000'000;
 };
 
+/// All texts are well-formed UTF-8. Whole numbers past 2^63 wrap around to negative ones.
 std::expected<Value, Error> parse(std::string_view bytes, const Limits& limits = {});
 
-/// Tells `visitor` what a property list holds, at any depth, without building a tree of it. Memory
-/// stays at a fraction of the file's size. A list past its limits counts as malformed; one that
-/// declares XML entities as well.
-VisitResult visit(std::string_view bytes, DocumentVisitor& visitor);
+/// Tells `visitor` what a value holds. False when it stopped.
+bool visit(const Value& value, DocumentVisitor& visitor);
 
 } // namespace vellory::PropertyList
