@@ -16,6 +16,7 @@
 #include <nlohmann/json.hpp>
 
 #include "Support/Date.h"
+#include "Support/DocumentVisitor.h"
 #include "Support/Uuid.h"
 
 /// JSON as the stores use it. Objects are written with sorted keys; required keys and value types
@@ -53,6 +54,9 @@ class DecodingError : public std::runtime_error {
 
 /// The document that `text` spells.
 std::expected<Value, Error> parse(std::string_view text);
+
+/// Tells `visitor` what `text` holds, at any depth, without building a tree of it.
+VisitResult visit(std::string_view text, DocumentVisitor& visitor);
 
 /// The text of `value`, with bytes that are not UTF-8 replaced by U+FFFD.
 std::string dump(const Value& value, Style style = Style::pretty);

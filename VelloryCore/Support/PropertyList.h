@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "Support/Date.h"
+#include "Support/DocumentVisitor.h"
 
 /// Property lists, the format of bundle information files, preferences and keyed archives, in their
 /// XML and binary forms. Reading is bounded before anything is built: by nesting, by the number of
@@ -70,5 +71,8 @@ struct Limits {
 
 /// All texts are well-formed UTF-8. Whole numbers past 2^63 wrap around to negative ones.
 std::expected<Value, Error> parse(std::string_view bytes, const Limits& limits = {});
+
+/// Tells `visitor` what a value holds. False when it stopped.
+bool visit(const Value& value, DocumentVisitor& visitor);
 
 } // namespace vellory::PropertyList

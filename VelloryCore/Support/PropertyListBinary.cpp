@@ -24,7 +24,15 @@ class Reader {
 
     std::expected<Value, Error> read() {
         const auto top = readTrailer();
-        if (!top || !measure(*top)) {
+        if (!top) {
+            return std::unexpected(Error::malformed);
+        }
+        if (count_ > limits_.values) { // measuring takes memory for each of them
+            return std::unexpected(Error::tooLarge);
+        }
+        sizes_.resize(count_);
+        states_.resize(count_, State::untouched);
+        if (!measure(*top)) {
             return std::unexpected(Error::malformed);
         }
         const Size& size = sizes_[*top];
@@ -107,8 +115,7 @@ class Reader {
             return std::nullopt;
         }
         table_ = table;
-        sizes_.resize(count);
-        states_.resize(count, State::untouched);
+        count_ = count;
         return top;
     }
 
@@ -330,6 +337,7 @@ class Reader {
     std::size_t referenceSize_ = 0;
     std::size_t table_ = 0; ///< where the objects end and the table of their offsets begins
     std::size_t end_ = 0;   ///< where the trailer begins
+    std::size_t count_ = 0; ///< of objects
     std::vector<Size> sizes_;
     std::vector<State> states_;
 };

@@ -117,8 +117,9 @@ class Reader {
     }
 
     std::expected<Value, Error> read(std::string_view bytes) {
-        // In pieces, because Expat counts in int.
-        constexpr std::size_t piece = 1U << 20U;
+        // In pieces, because Expat counts in int. Large ones: a token that does not end within a
+        // piece is read from its start again with the next.
+        constexpr std::size_t piece = 1U << 30U;
         bool isLast = false;
         while (!isLast && !error_) {
             const std::string_view part = bytes.substr(0, piece);
