@@ -4,6 +4,8 @@
 #include <limits>
 #include <memory>
 #include <optional>
+#include <set>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -23,12 +25,21 @@ struct Session {
     const Limits& limits;
     std::size_t depth = 0;
     std::vector<Attribute> attributes;
+    std::set<std::string, std::less<>> names;
     /// Why the reading was stopped from inside a callback.
     std::optional<Error> stopped;
 
     void stop(Error error) {
         stopped = error;
         XML_StopParser(parser, XML_FALSE);
+    }
+
+    /// Whether `name` is known or may become so.
+    bool admits(std::string_view name) {
+        if (names.contains(name)) {
+            return true;
+        }
+        return names.size() < limits.names && names.emplace(name).second;
     }
 };
 
@@ -41,13 +52,15 @@ void onStart(void* data, const XML_Char* name, const XML_Char** attributes) {
     if (at.stopped) {
         return; // an empty element still reports its end after a stop
     }
-    if (++at.depth > at.limits.depth) {
+    bool fits = ++at.depth <= at.limits.depth && at.admits(name);
+    at.attributes.clear();
+    for (; fits && *attributes != nullptr; attributes += 2) {
+        at.attributes.push_back({attributes[0], attributes[1]});
+        fits = at.admits(attributes[0]);
+    }
+    if (!fits) {
         at.stop(Error::tooLarge);
         return;
-    }
-    at.attributes.clear();
-    for (; *attributes != nullptr; attributes += 2) {
-        at.attributes.push_back({attributes[0], attributes[1]});
     }
     at.handler.startElement(name, at.attributes);
 }
@@ -107,7 +120,7 @@ std::expected<void, Error> parse(std::string_view bytes, Handler& handler, const
     if (parser == nullptr) {
         return std::unexpected(Error::tooLarge);
     }
-    Session at{parser.get(), handler, limits, 0, {}, {}};
+    Session at{parser.get(), handler, limits, 0, {}, {}, {}};
     XML_SetUserData(parser.get(), &at);
     XML_SetElementHandler(parser.get(), onStart, onEnd);
     XML_SetCharacterDataHandler(parser.get(), onText);

@@ -41,6 +41,8 @@ struct Limits {
     std::size_t bytes = 16U * 1024U * 1024U;
     /// Elements within elements.
     std::size_t depth = 256;
+    /// Different names of elements and attributes; each costs the parser an entry that stays.
+    std::size_t names = 4096;
 };
 
 /// Reads a whole document, in UTF-8, UTF-16 or the single-byte encoding that it states, and tells

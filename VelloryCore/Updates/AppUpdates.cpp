@@ -15,9 +15,9 @@ namespace vellory::AppUpdates {
 namespace {
 
 /// Feeds carry release notes: the largest in use are a few megabytes.
-constexpr Xml::Limits feedLimits{.bytes = 8U * 1024U * 1024U, .depth = 256};
+constexpr Xml::Limits feedLimits{.bytes = 4U * 1024U * 1024U};
 
-/// Parsed JSON takes up to about thirty times its text; honest answers are kilobytes.
+/// Parsed JSON takes up to about forty times its text; honest answers are kilobytes.
 constexpr std::size_t jsonLimit = 2U * 1024U * 1024U;
 
 /// Gathers the newest version of a feed's items.

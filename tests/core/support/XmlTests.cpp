@@ -114,6 +114,10 @@ TEST(Xml, NestingAndSizeAreBounded) {
     EXPECT_EQ(read(repeated("<a>", 100'000)).error, Error::tooLarge);
     EXPECT_FALSE(read("<a>" + repeated("<b/>", 100'000) + "</a>", limits).error);
 
+    EXPECT_FALSE(read("<a><b c='1'/><b c='2'/></a>", {.names = 3}).error);
+    EXPECT_EQ(read("<a><b c='1'/><b d='2'/></a>", {.names = 3}).error, Error::tooLarge);
+    EXPECT_EQ(read("<a><b c='1'/><d/></a>", {.names = 3}).error, Error::tooLarge);
+
     EXPECT_FALSE(read("<abcd/>", {.bytes = 7}).error);
     EXPECT_EQ(read("<abcde/>", {.bytes = 7}).error, Error::tooLarge);
 }
