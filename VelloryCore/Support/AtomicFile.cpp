@@ -127,7 +127,8 @@ std::expected<void, std::error_code> write(const fs::path& file, std::string_vie
     const fs::path destination = target(file);
     const fs::path folder = destination.has_parent_path() ? destination.parent_path() : ".";
 
-    std::string pattern = (folder / ("." + destination.filename().string() + ".XXXXXX")).string();
+    // Not made of the file's own name, which may be as long as names can be.
+    std::string pattern = (folder / ".vellory.XXXXXX").string();
     Descriptor output(::mkostemp(pattern.data(), O_CLOEXEC));
     if (!output.isOpen()) {
         return lastError();
@@ -157,6 +158,9 @@ std::expected<void, std::error_code> write(const fs::path& file, std::string_vie
 }
 
 std::expected<void, std::error_code> createFolder(const fs::path& folder) {
+    if (folder.empty()) {
+        return {}; // the parent of a plain file name: where the program stands
+    }
     std::error_code error;
     fs::create_directories(folder, error);
     if (error) {
@@ -166,12 +170,26 @@ std::expected<void, std::error_code> createFolder(const fs::path& folder) {
 }
 
 void keepUnreadable(const fs::path& file) {
-    fs::path copy = file;
-    copy += ".unreadable";
+    fs::path kept = file;
+    kept += ".unreadable";
+    fs::path unfinished = kept;
+    unfinished += ".part";
     std::error_code error;
-    if (fs::is_regular_file(file, error)) {
-        // skip_existing: see the header. A copy that fails must not keep the program from going on.
-        fs::copy_file(file, copy, fs::copy_options::skip_existing, error);
+    if (!fs::is_regular_file(file, error) || fs::exists(fs::symlink_status(kept, error))) {
+        return;
+    }
+    // A copy that fails must not keep the program from going on. One that is cut short (a full
+    // disk) would stand in the way of a whole one: it gets its name when it is complete. A second
+    // name for the file needs neither space nor permission to read, and serves as well, because
+    // files are only ever replaced whole.
+    fs::copy_file(file, unfinished, fs::copy_options::overwrite_existing, error);
+    if (!error) {
+        fs::rename(unfinished, kept, error);
+    }
+    if (error) {
+        std::error_code ignored;
+        fs::remove(unfinished, ignored);
+        fs::create_hard_link(fs::canonical(file, ignored), kept, ignored);
     }
 }
 

@@ -68,6 +68,20 @@ icu::UnicodeString widthFolded(const icu::UnicodeString& text, const icu::Normal
     return out;
 }
 
+/// Marks with a combining class are diacritics; those without one (most vowel signs of the Indic
+/// scripts) are letters to their readers and stay.
+icu::UnicodeString withoutDiacritics(const icu::UnicodeString& text) {
+    icu::UnicodeString out;
+    for (std::int32_t i = 0; i < text.length();) {
+        const UChar32 c = text.char32At(i);
+        i += U16_LENGTH(c);
+        if (u_getCombiningClass(c) == 0) {
+            out.append(c);
+        }
+    }
+    return out;
+}
+
 std::string normalizedByUnicode(std::string_view text) {
     UErrorCode status = U_ZERO_ERROR;
     const icu::Normalizer2* nfkc = icu::Normalizer2::getNFKCInstance(status);
@@ -78,17 +92,10 @@ std::string normalizedByUnicode(std::string_view text) {
     }
     icu::UnicodeString folded = widthFolded(unicode(text), *nfkc);
     folded.foldCase();
-    const icu::UnicodeString decomposed = nfd->normalize(folded, status);
-    icu::UnicodeString bare;
-    for (std::int32_t i = 0; i < decomposed.length();) {
-        const UChar32 c = decomposed.char32At(i);
-        i += U16_LENGTH(c);
-        // Marks with a combining class are diacritics; those without one (most vowel signs of the
-        // Indic scripts) are letters to their readers and stay.
-        if (u_getCombiningClass(c) == 0) {
-            bare.append(c);
-        }
-    }
+    // Putting a long run of marks in canonical order takes quadratic time, so those that stand for
+    // themselves go before decomposing, and those that it brings to light after it.
+    const icu::UnicodeString decomposed = nfd->normalize(withoutDiacritics(folded), status);
+    const icu::UnicodeString bare = withoutDiacritics(decomposed);
     const std::string out = utf8(nfc->normalize(bare, status));
     return std::string(trimmed(out));
 }

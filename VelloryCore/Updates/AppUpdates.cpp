@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "Support/Json.h"
+#include "Support/Link.h"
 #include "Support/Text.h"
 #include "Support/Xml.h"
 #include "Updates/Versions.h"
@@ -141,26 +142,10 @@ constexpr bool isAsciiLetterOrDigit(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
 }
 
-/// `text` as the value of a query item.
-std::string percentEncoded(std::string_view text) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string out;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (isAsciiLetterOrDigit(c) || c == '-' || c == '.' || c == '_' || c == '~') {
-            out += c;
-        } else {
-            out.append({'%', digits[byte >> 4U], digits[byte & 0xFU]});
-        }
-    }
-    return out;
-}
-
 bool isHttps(std::string_view url) {
-    constexpr std::string_view scheme = "https://";
-    const auto isUnprintable = [](char c) { return static_cast<unsigned char>(c) <= 0x20; };
-    return url.size() > scheme.size() && Text::lowercased(url.substr(0, scheme.size())) == scheme &&
-           std::ranges::none_of(url, isUnprintable);
+    const auto link = Link::parse(url);
+    return link && Text::lowercased(link->scheme()) == "https" &&
+           !link->host().value_or("").empty();
 }
 
 } // namespace
@@ -225,7 +210,7 @@ std::optional<Request> requestFor(const AppInfo& app, bool askAppStore) {
             return std::nullopt;
         }
         return Request{Source::appStore, "https://itunes.apple.com/lookup?bundleId=" +
-                                             percentEncoded(app.app.bundleID)};
+                                             Link::encoded(app.app.bundleID)};
     }
     if (!isHttps(app.feedUrl)) {
         return std::nullopt;

@@ -1,21 +1,28 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <stdexcept>
 #include <string>
 #include <string_view>
-#include <system_error>
+#include <vector>
 
-namespace vellory {
+namespace vellory::test {
 
-/// An empty folder of its own that is gone with all it holds at the end of the test.
+/// A folder of its own for one test, gone when the test ends.
 class TemporaryFolder {
   public:
     TemporaryFolder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "vellory.XXXXXX").string();
-        path_ = ::mkdtemp(pattern.data());
+        std::string pattern =
+            (std::filesystem::temp_directory_path() / "vellory-test-XXXXXX").string();
+        if (::mkdtemp(pattern.data()) == nullptr) {
+            throw std::runtime_error("no temporary folder");
+        }
+        path_ = pattern;
     }
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
@@ -26,16 +33,39 @@ class TemporaryFolder {
 
     const std::filesystem::path& path() const { return path_; }
 
-    /// Writes a file below the folder, creating the folders on its way.
-    std::filesystem::path write(const std::filesystem::path& name, std::string_view content) const {
-        const auto file = path_ / name;
+    /// Writes a file, and the folders above it, without any of the program's own code.
+    std::filesystem::path put(const std::filesystem::path& name, std::string_view content) const {
+        const std::filesystem::path file = path_ / name;
         std::filesystem::create_directories(file.parent_path());
-        std::ofstream(file, std::ios::binary) << content;
+        std::ofstream(file, std::ios::binary)
+            .write(content.data(), static_cast<std::streamsize>(content.size()));
         return file;
+    }
+    std::filesystem::path write(const std::filesystem::path& name, std::string_view content) const {
+        return put(name, content);
     }
 
   private:
     std::filesystem::path path_;
 };
 
+inline std::string contentOf(const std::filesystem::path& file) {
+    std::ifstream input(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(input), {}};
+}
+
+/// The names of a folder's entries, hidden ones included, sorted.
+inline std::vector<std::string> namesIn(const std::filesystem::path& folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        names.push_back(entry.path().filename().string());
+    }
+    std::ranges::sort(names);
+    return names;
+}
+
+} // namespace vellory::test
+
+namespace vellory {
+using test::TemporaryFolder;
 } // namespace vellory

@@ -172,6 +172,7 @@ TEST(RequestFor, AsksOnlyOverHttpsAndTheAppStoreOnlyWithConsent) {
         {{editor, "1", false, "http://example.invalid/feed.xml"}, true, std::nullopt},
         {{editor, "1", false, "file:///etc/passwd"}, true, std::nullopt},
         {{editor, "1", false, "https://"}, true, std::nullopt},
+        {{editor, "1", false, "https:///feed"}, true, std::nullopt},
         {{editor, "1", false, "https://a b"}, true, std::nullopt},
         {{editor, "1", false, ""}, true, std::nullopt},
         {{editor, "", false, link}, true, std::nullopt},

@@ -1,0 +1,287 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Board/BoardStore.h"
+
+#include <algorithm>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "Board/VelloryPaths.h"
+#include "support/Boards.h"
+#include "support/Child.h"
+#include "support/TemporaryFolder.h"
+
+namespace vellory {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace test;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr std::int64_t start = 1'700'000'000'123; // milliseconds since 1970
+
+/// A board file and its history in a folder of their own, with a clock that only the test moves.
+struct BoardStoreTest : testing::Test {
+    TemporaryFolder folder;
+    VelloryPaths paths{folder.path()};
+    std::int64_t milliseconds = start;
+    BoardStore store{paths.layout(), paths.layoutHistory(), BoardStore::defaultKeep, [this] {
+                         return Date::since1970(static_cast<double>(milliseconds) / 1000.0);
+                     }};
+
+    /// Saves a board with the app `id` only, a minute after the save before.
+    void change(const std::string& id, std::optional<std::string_view> reason) {
+        milliseconds += 60'000;
+        ASSERT_TRUE(store.save(board({app(id)}), reason));
+    }
+
+    std::string layout() const { return contentOf(paths.layout()); }
+
+    std::vector<std::string> history() const {
+        return fs::exists(paths.layoutHistory()) ? namesIn(paths.layoutHistory())
+                                                 : std::vector<std::string>();
+    }
+};
+
+TEST(VelloryPaths, AllMoveWithTheOverride) {
+    EXPECT_EQ(VelloryPaths("/data").layout(), "/data/vellory/layout.json");
+    const VelloryPaths scratch("/data", "/scratch");
+    EXPECT_EQ(scratch.support(), "/scratch");
+    EXPECT_EQ(scratch.layout(), "/scratch/layout.json");
+    EXPECT_EQ(scratch.layoutHistory(), "/scratch/LayoutHistory");
+    EXPECT_EQ(scratch.launchLog(), "/scratch/launches.json");
+    EXPECT_EQ(scratch.desk(), "/scratch/DeskHistory");
+}
+
+TEST_F(BoardStoreTest, TheFirstSaveWritesTheFileAndNoHistory) {
+    EXPECT_EQ(store.load(), std::nullopt);
+    EXPECT_EQ(store.read(), std::unexpected(BoardStore::ReadError::missing));
+    change("a", "Moved");
+    EXPECT_EQ(store.load(), board({app("a")}));
+    EXPECT_THAT(namesIn(paths.support()), ElementsAre("layout.json"));
+}
+
+TEST_F(BoardStoreTest, OnlyAChangeWithAReasonGrowsTheHistory) {
+    change("a", std::nullopt);
+    change("b", std::nullopt);
+    change("b", "Moved"); // the very same board
+    EXPECT_THAT(history(), IsEmpty());
+    change("c", "Moved");
+    EXPECT_THAT(history(), ElementsAre("1700000240123_Moved.json"));
+    EXPECT_EQ(store.load(), board({app("c")}));
+    const auto entries = store.snapshots();
+    ASSERT_EQ(entries.size(), 1);
+    EXPECT_EQ(store.boardIn(entries[0]), board({app("b")}));
+    EXPECT_EQ(entries[0].reason, "Moved");
+    EXPECT_NEAR(entries[0].date.secondsSince1970(), 1'700'000'240.123, 1e-4);
+}
+
+TEST_F(BoardStoreTest, TheHistoryHoldsTheFileAsItStood) {
+    const std::string byHand = "{ \"tiles\" : [ ],\r\n \"mine\" : 1 }\n";
+    folder.put("vellory/layout.json", byHand);
+    change("a", "Moved");
+    EXPECT_EQ(contentOf(store.snapshots().at(0).url), byHand);
+}
+
+TEST_F(BoardStoreTest, KeepsTheNewestSixtyAndNoStranger) {
+    folder.put("vellory/LayoutHistory/notes.json", "");
+    for (int i = 0; i <= 60; ++i) { // the first save has no history
+        change("app" + std::to_string(i), "Moved");
+    }
+    const auto sixty = store.snapshots();
+    ASSERT_EQ(sixty.size(), 60);
+    change("last", "Moved");
+    const auto after = store.snapshots();
+    ASSERT_EQ(after.size(), 60);
+    EXPECT_EQ(after[1], sixty[0]);
+    EXPECT_EQ(after.back(), sixty[58]);
+    EXPECT_TRUE(std::ranges::is_sorted(after, std::ranges::greater{}, &BoardStore::Snapshot::date));
+    EXPECT_EQ(history().size(), 61);
+}
+
+TEST_F(BoardStoreTest, AReasonBecomesAPartOfAFileName) {
+    const std::string family = "👨‍👩‍👧‍👦"; // one character of 25 bytes
+    std::string families;
+    std::string fewFamilies;
+    for (int i = 0; i < 100; ++i) {
+        families += family;
+        fewFamilies += i < 8 ? family : "";
+    }
+    const std::pair<std::string, std::string> reasons[] = {
+        {"Hid a/b c", "Hid_a-b_c"},
+        {"Sorted A–Z", "Sorted_A–Z"},
+        {"", ""},
+        {std::string(100, 'x'), std::string(60, 'x')},
+        {"../../etc/x", "..-..-etc-x"},
+        {std::string("a\0b\nc", 5), "a_b_c"},
+        {"a_b.c: d", "a_b.c:_d"},
+        {"bad \xff", "bad_\uFFFD"},
+        {families, fewFamilies}, // as many as a file name can hold
+    };
+    change("first", std::nullopt);
+    for (const auto& [reason, part] : reasons) {
+        change(reason, reason);
+        EXPECT_EQ(store.snapshots().at(0).reason, part) << reason;
+    }
+    EXPECT_EQ(store.snapshots().size(), std::size(reasons));
+}
+
+TEST_F(BoardStoreTest, ChangesWithinOneMillisecondAreAllKeptInOrder) {
+    for (const char* id : {"a", "b", "c", "d"}) {
+        ASSERT_TRUE(store.save(board({app(id)}), "Moved"));
+    }
+    std::vector<std::string> ids;
+    for (const auto& entry : store.snapshots()) {
+        ids.push_back(drawn(store.boardIn(entry).value()));
+    }
+    EXPECT_THAT(ids, ElementsAre("c", "b", "a"));
+    EXPECT_THAT(history(),
+                ElementsAre("1700000000123_Moved.json", "1700000000124_Moved.json",
+                            "1700000000125_Moved.json"));
+}
+
+TEST_F(BoardStoreTest, HistoryNamesAreReadByTheirNumberAndStrangersPassedOver) {
+    for (const char* name :
+         {"999999999999_Old.json", "1000000000000_New_name_x.json", "1500.5_Half.json", "7_.json",
+          "notes.txt", "5_Moved.txt", "5.json", "_Moved.json", "x5_Moved.json", "5x_Moved.json",
+          " 5_Moved.json", "+5_Moved.json", "0x5_Moved.json", "nan_Moved.json", "inf_Moved.json",
+          "1e999_Moved.json", ".json", "5_Moved.JSON", "5_Moved.json.bak"}) {
+        folder.put(fs::path("vellory/LayoutHistory") / name, "{\"tiles\": []}");
+    }
+    fs::create_directories(paths.layoutHistory() / "9_Folder.json" / "inside");
+    fs::create_symlink("/nowhere", paths.layoutHistory() / "8_Link.json");
+    std::vector<std::string> reasons;
+    for (const auto& entry : store.snapshots()) {
+        reasons.push_back(entry.reason);
+    }
+    EXPECT_THAT(reasons, ElementsAre("New_name_x", "Old", "Half", ""));
+    EXPECT_EQ(store.snapshots()[1].date, Date::since1970(999'999'999.999));
+}
+
+TEST_F(BoardStoreTest, AHistoryFileThatWentBadGivesNoBoard) {
+    folder.put("vellory/LayoutHistory/1_a.json", "{\"tiles\": [");
+    BoardStore::Snapshot entry = store.snapshots().at(0);
+    EXPECT_EQ(store.boardIn(entry), std::nullopt);
+    entry.url = folder.path() / "gone.json";
+    EXPECT_EQ(store.boardIn(entry), std::nullopt);
+}
+
+TEST_F(BoardStoreTest, AFileThatIsNoBoardReadsAsNothingAndIsKeptBesideOnce) {
+    for (const char* text : {"", "{\"tiles\": [", "[]", "{\"tiles\": [{\"app\": 1, \"b\": 2}]}",
+                             "{\"tiles\": [], \"hidden\": [\"\xff\"]}"}) {
+        folder.put("vellory/layout.json", text);
+        EXPECT_EQ(store.read(), std::unexpected(BoardStore::ReadError::unreadable)) << text;
+        EXPECT_EQ(store.load(), std::nullopt) << text;
+        EXPECT_EQ(layout(), text); // reading changes nothing
+    }
+    EXPECT_THAT(namesIn(paths.support()), ElementsAre("layout.json"));
+
+    folder.put("vellory/layout.json", "first");
+    change("a", std::nullopt);
+    EXPECT_EQ(store.load(), board({app("a")}));
+    folder.put("vellory/layout.json", "second");
+    change("b", "Moved"); // the history keeps this one
+    EXPECT_EQ(contentOf(paths.support() / "layout.json.unreadable"), "first");
+    EXPECT_EQ(contentOf(store.snapshots().at(0).url), "second");
+    EXPECT_THAT(namesIn(paths.support()),
+                ElementsAre("LayoutHistory", "layout.json", "layout.json.unreadable"));
+}
+
+TEST_F(BoardStoreTest, AFileThatMayNotBeReadIsKeptBeside) {
+    folder.put("vellory/layout.json", "secret");
+    fs::permissions(paths.layout(), fs::perms::none);
+    for (const auto& place : {folder.path(), paths.support()}) {
+        fs::permissions(place, fs::perms::all);
+    }
+    ASSERT_EQ(inChild([&] {
+        // Only a file of one's own can be given a second name without reading it.
+        if (::geteuid() == 0 && ::chown(paths.layout().c_str(), 65534, 65534) != 0) {
+            return 1;
+        }
+        if (!becomeNobody() ||
+            store.read() != std::unexpected(BoardStore::ReadError::unreadable)) {
+            return 2;
+        }
+        return store.save(board({app("a")})) ? 0 : 3;
+    }), 0);
+    fs::permissions(paths.support() / "layout.json.unreadable", fs::perms::owner_read);
+    EXPECT_EQ(contentOf(paths.support() / "layout.json.unreadable"), "secret");
+}
+
+TEST_F(BoardStoreTest, AFailedSaveLeavesEverythingAsItWas) {
+    change("a", std::nullopt);
+    const std::string before = layout();
+    const Board large = board({app(std::string(100'000, 'x'))});
+
+    const int fullDisk = inChild([&] {
+        if (!limitFileSize(10'000)) {
+            return 1;
+        }
+        const auto saved = store.save(large, "Moved");
+        return !saved && saved.error() == std::errc::file_too_large ? 0 : 2;
+    });
+    EXPECT_EQ(fullDisk, 0);
+    EXPECT_EQ(layout(), before);
+    EXPECT_THAT(namesIn(paths.support()), ElementsAre("LayoutHistory", "layout.json"));
+    EXPECT_THAT(history(), IsEmpty()); // else tries that fail would push the history out
+
+    fs::remove_all(paths.layoutHistory());
+    folder.put("vellory/LayoutHistory", "a file in the folder's place");
+    EXPECT_FALSE(store.save(large, "Moved"));
+    EXPECT_EQ(layout(), before);
+
+    BoardStore nowhere(paths.layout() / "layout.json", paths.layoutHistory(), 60,
+                       [] { return Date{}; });
+    EXPECT_EQ(nowhere.save(large).error(), std::errc::not_a_directory);
+}
+
+TEST_F(BoardStoreTest, AFolderThatMayNotBeWrittenIsReportedAndTheHistoryStays) {
+    change("a", std::nullopt);
+    change("b", "Moved");
+    const std::string before = layout();
+    const auto readable = fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read |
+                          fs::perms::others_exec;
+    for (const auto& place : {folder.path(), paths.support(), paths.layoutHistory()}) {
+        fs::permissions(place, readable);
+    }
+    fs::permissions(paths.layout(), fs::perms::all);
+    const int refused = inChild([&] {
+        if (!becomeNobody()) {
+            return 1;
+        }
+        milliseconds += 60'000;
+        const auto plain = store.save(board({app("c")}));
+        const auto reasoned = store.save(board({app("c")}), "Moved");
+        return plain.error() == std::errc::permission_denied &&
+                       reasoned.error() == std::errc::permission_denied
+                   ? 0
+                   : 2;
+    });
+    for (const auto& place : {folder.path(), paths.support(), paths.layoutHistory()}) {
+        fs::permissions(place, fs::perms::owner_all);
+    }
+    EXPECT_EQ(refused, 0);
+    EXPECT_EQ(layout(), before);
+    EXPECT_EQ(history().size(), 1);
+}
+
+TEST_F(BoardStoreTest, AWholeSetupIsStoredUnderItsVersion) {
+    BoardStore::Backup backup;
+    backup.board = board({app("a")});
+    Workspace& workspace = backup.workspaces.emplace_back();
+    workspace.id = uuid(3);
+    workspace.name = "Writing";
+    workspace.focusGrid = true;
+    const std::string text = json::encode(backup, json::Style::compact);
+    EXPECT_EQ(text,
+              R"({"board":{"hidden":[],"icons":{},"renames":{},"tiles":[{"app":{"_0":"a"}}]},)"
+              R"("version":1,"workspaces":[{"focusGrid":true,)"
+              R"("id":"00000000-0000-0000-0000-000000000003","items":[],"name":"Writing",)"
+              R"("others":"keep","symbol":"","triggers":[],"windows":[]}]})");
+    EXPECT_EQ(json::decode<BoardStore::Backup>(text), backup);
+    EXPECT_FALSE(json::decode<BoardStore::Backup>(R"({"version":1,"board":{"tiles":[]}})"));
+}
+
+} // namespace
+} // namespace vellory
