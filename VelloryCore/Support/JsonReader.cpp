@@ -41,7 +41,7 @@ void appendUtf8(std::string& out, char32_t c) {
 
 } // namespace
 
-Reader::Reader(std::string_view text, std::size_t maxValues) : maxValues_(maxValues) {
+Reader::Reader(std::string_view text, std::size_t mostValues) : maxValues_(mostValues) {
     if (text.starts_with(byteOrderMark)) {
         text.remove_prefix(byteOrderMark.size());
     }

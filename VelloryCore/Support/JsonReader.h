@@ -27,9 +27,9 @@ namespace vellory::json {
 /// that loops end and one question at the end is enough.
 class Reader {
   public:
-    /// Of `text`, which must outlive the reader. Past `maxValues` values (keys do not count) the
+    /// Of `text`, which must outlive the reader. Past `mostValues` values (keys do not count) the
     /// text counts as faulty: it bounds what the records can take up.
-    explicit Reader(std::string_view text, std::size_t maxValues);
+    explicit Reader(std::string_view text, std::size_t mostValues);
 
     /// Enters an array; `nextElement` then tells before each element whether there is one, and
     /// leaves the array after the last.
