@@ -16,7 +16,7 @@ QtObject {
     readonly property color highlightFill: dark ? "#24ffffff" : "#66ffffff" // 14 %
     readonly property color highlightBorder: dark ? "#33ffffff" : "#33000000" // 20 %
     readonly property color folderFill: dark ? "#29ffffff" : "#70ffffff" // 16 %
-    readonly property color panelFill: dark ? "#e0262a36" : "#eef5f6fa"
+    readonly property color panelFill: dark ? "#f4262a36" : "#f6f5f6fa"
     readonly property color panelBorder: dark ? "#24ffffff" : "#1a000000"
     readonly property color noticeFill: dark ? "#f0303442" : "#f7ffffff"
     readonly property color runningDot: dark ? "#d9ffffff" : "#b3000000"

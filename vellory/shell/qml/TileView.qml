@@ -33,8 +33,7 @@ Item {
     // Never wider than its cell, whatever the settings say.
     readonly property int side: Math.max(24, Math.min(iconSize, width - 2 * Theme.unit,
                                                       height - (showLabel ? 5 * Theme.unit : Theme.unit)))
-    // A second line hangs below the middled icon and first line: only where there is room for it.
-    readonly property int labelLines: (height - body.height) / 2 >= labelMetrics.height ? 2 : 1
+    readonly property int labelLines: height >= side + Theme.labelGap + 2.5 * labelMetrics.height ? 2 : 1
     // 0 to 1: this tile's part of the opening, later the further it is from where it starts.
     readonly property real appearing: {
         const t = (openClock - rippleDelay * Theme.rippleSpread) / Theme.opening
@@ -69,7 +68,7 @@ Item {
         anchors.horizontalCenter: parent.horizontalCenter
         y: body.y - Theme.unit
         width: Math.min(tile.width - 4, Math.max(tile.side, label.visible ? label.contentWidth : 0) + 3 * Theme.unit)
-        height: body.height + 2 * Theme.unit + (label.lineCount > 1 ? labelMetrics.height : 0)
+        height: tile.side + (label.visible ? Theme.labelGap + label.lineCount * labelMetrics.height : 0) + 2 * Theme.unit
         radius: Theme.highlightRadius
         color: Theme.highlightFill
         border.width: 1
@@ -83,8 +82,9 @@ Item {
         anchors.horizontalCenter: parent.horizontalCenter
         y: Math.round((parent.height - height) / 2)
         width: parent.width
-        // One line is counted whatever the name needs, so that the icons of a row stand level.
-        height: tile.side + (label.visible ? Theme.labelGap + labelMetrics.height : 0)
+        // A line and a half whatever the name needs, so that the icons of a row stand level and a
+        // second line has its room below.
+        height: tile.side + (label.visible ? Theme.labelGap + 1.5 * labelMetrics.height : 0)
 
         Item {
             id: face
