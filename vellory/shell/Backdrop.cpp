@@ -29,12 +29,16 @@ struct Plane {
     int height = 0;
     std::vector<Pixel> pixels;
 
-    Pixel& at(int x, int y) { return pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x)]; }
+    Pixel& at(int x, int y) {
+        return pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+                      static_cast<std::size_t>(x)];
+    }
 };
 
 Plane toPlane(const QImage& image) {
     Plane plane{image.width(), image.height(), {}};
-    plane.pixels.reserve(static_cast<std::size_t>(plane.width) * static_cast<std::size_t>(plane.height));
+    plane.pixels.reserve(static_cast<std::size_t>(plane.width) *
+                         static_cast<std::size_t>(plane.height));
     for (int y = 0; y < plane.height; ++y) {
         const auto* line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
         for (int x = 0; x < plane.width; ++x) {
@@ -71,11 +75,14 @@ Plane boxBlurredTransposed(Plane& in, int radius) {
     return out;
 }
 
-/// A small fixed pattern of thresholds: spreads the rounding of slow gradients so that no bands show.
+/// A small fixed pattern of thresholds: spreads the rounding of slow gradients so that no bands
+/// show.
 float dither(int x, int y) {
     static constexpr std::array<std::array<int, 4>, 4> bayer{
         {{0, 8, 2, 10}, {12, 4, 14, 6}, {3, 11, 1, 9}, {15, 7, 13, 5}}};
-    return static_cast<float>(bayer[static_cast<std::size_t>(y & 3)][static_cast<std::size_t>(x & 3)]) / 16.0F;
+    return static_cast<float>(
+               bayer[static_cast<std::size_t>(y & 3)][static_cast<std::size_t>(x & 3)]) /
+           16.0F;
 }
 
 QRgb quantized(const Pixel& p, int x, int y) {
@@ -114,8 +121,8 @@ QImage enlarged(Plane& in, QSize size) {
     const float scaleY = static_cast<float>(in.height) / static_cast<float>(size.height());
     std::vector<Pixel> row(static_cast<std::size_t>(in.width));
     for (int y = 0; y < size.height(); ++y) {
-        const float sourceY =
-            std::clamp((static_cast<float>(y) + 0.5F) * scaleY - 0.5F, 0.0F, static_cast<float>(in.height - 1));
+        const float sourceY = std::clamp((static_cast<float>(y) + 0.5F) * scaleY - 0.5F, 0.0F,
+                                         static_cast<float>(in.height - 1));
         const int y0 = static_cast<int>(sourceY);
         const int y1 = std::min(y0 + 1, in.height - 1);
         for (int x = 0; x < in.width; ++x) {
@@ -124,8 +131,8 @@ QImage enlarged(Plane& in, QSize size) {
         }
         auto* line = reinterpret_cast<QRgb*>(out.scanLine(y));
         for (int x = 0; x < size.width(); ++x) {
-            const float sourceX =
-                std::clamp((static_cast<float>(x) + 0.5F) * scaleX - 0.5F, 0.0F, static_cast<float>(in.width - 1));
+            const float sourceX = std::clamp((static_cast<float>(x) + 0.5F) * scaleX - 0.5F, 0.0F,
+                                             static_cast<float>(in.width - 1));
             const auto x0 = static_cast<std::size_t>(sourceX);
             const std::size_t x1 = std::min(x0 + 1, row.size() - 1);
             line[x] = quantized(mixed(row[x0], row[x1], sourceX - static_cast<float>(x0)), x, y);
@@ -146,11 +153,11 @@ QImage Backdrop::softened(const Image& wallpaper, QSize size, bool dark) {
     const QSize small(std::max(1, size.width() / shrink), std::max(1, size.height() / shrink));
     const QImage covering =
         view.scaled(small, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
-    const QImage cut = covering
-                           .copy((covering.width() - small.width()) / 2,
-                                 (covering.height() - small.height()) / 2, small.width(),
-                                 small.height())
-                           .convertToFormat(QImage::Format_RGB32);
+    const QImage cut =
+        covering
+            .copy((covering.width() - small.width()) / 2, (covering.height() - small.height()) / 2,
+                  small.width(), small.height())
+            .convertToFormat(QImage::Format_RGB32);
     Plane plane = toPlane(cut);
     // Three box blurs of this radius have the spread of one Gaussian of the wanted radius.
     constexpr int radius = std::max(1, blurRadius / shrink / 2);

@@ -36,8 +36,8 @@ struct Options {
 
     void addTo(QCommandLineParser& parser) const {
         parser.setApplicationDescription("Every installed app on a grid that you arrange.");
-        parser.addOptions({hidden, screenshot, view, size, scale, dark, light, apps, support, report,
-                           help, version});
+        parser.addOptions({hidden, screenshot, view, size, scale, dark, light, apps, support,
+                           report, help, version});
     }
 };
 
@@ -66,15 +66,15 @@ std::expected<CommandLine, std::string> CommandLine::parse(const QStringList& ar
     }
     out.view = parser.value(options.view);
     if (!knownViews().contains(out.view)) {
-        return std::unexpected("There is no view named " + out.view.toStdString() +
-                               "; known are " + knownViews().join(", ").toStdString() + ".");
+        return std::unexpected("There is no view named " + out.view.toStdString() + "; known are " +
+                               knownViews().join(", ").toStdString() + ".");
     }
     const QStringList sides = parser.value(options.size).split('x');
     constexpr int smallest = 320;
     constexpr int largest = 8192;
     out.size = sides.size() == 2 ? QSize(sides[0].toInt(), sides[1].toInt()) : QSize();
-    if (out.size.width() < smallest || out.size.height() < smallest ||
-        out.size.width() > largest || out.size.height() > largest) {
+    if (out.size.width() < smallest || out.size.height() < smallest || out.size.width() > largest ||
+        out.size.height() > largest) {
         return std::unexpected("A size is written as 1440x900, each side from 320 to 8192.");
     }
     out.scale = parser.value(options.scale).toDouble();

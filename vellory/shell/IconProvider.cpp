@@ -32,7 +32,8 @@ QImage toQImage(const Image& image) {
     const auto rowBytes = static_cast<std::size_t>(image.width) * sizeof(std::uint32_t);
     for (int y = 0; y < image.height; ++y) {
         std::memcpy(out.scanLine(y),
-                    image.pixels.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(image.width),
+                    image.pixels.data() +
+                        static_cast<std::size_t>(y) * static_cast<std::size_t>(image.width),
                     rowBytes);
     }
     return out;
@@ -48,9 +49,9 @@ QImage squared(const QImage& image, int pixels) {
     QPainter painter(&out);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const QSize fitted = image.size().scaled(pixels, pixels, Qt::KeepAspectRatio);
-    painter.drawImage(QRect(QPoint((pixels - fitted.width()) / 2, (pixels - fitted.height()) / 2),
-                            fitted),
-                      image);
+    painter.drawImage(
+        QRect(QPoint((pixels - fitted.width()) / 2, (pixels - fitted.height()) / 2), fitted),
+        image);
     return out;
 }
 
@@ -101,8 +102,8 @@ IconProvider::~IconProvider() {
 }
 
 QString IconProvider::appSource(const BundleID& id, const std::string& customIcon) {
-    QString source =
-        "image://icons/app/" + QString::fromLatin1(QUrl::toPercentEncoding(QString::fromStdString(id)));
+    QString source = "image://icons/app/" +
+                     QString::fromLatin1(QUrl::toPercentEncoding(QString::fromStdString(id)));
     if (!customIcon.empty()) {
         // Another picture must have another address, or the views would go on showing the old one.
         source += "?" + QString::number(qHash(QString::fromStdString(customIcon)), 16);
@@ -128,8 +129,7 @@ QImage IconProvider::readPicture(const QString& path, int pixels) {
     }
     reader.setScaledSize(size.scaled(pixels, pixels, Qt::KeepAspectRatio).expandedTo({1, 1}));
     const QImage image = reader.read();
-    return image.isNull() ? image
-                          : image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    return image.isNull() ? image : image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
 }
 
 QImage IconProvider::standIn(const QString& name, const BundleID& id, int pixels) {
@@ -162,7 +162,7 @@ QImage IconProvider::standIn(const QString& name, const BundleID& id, int pixels
 QQuickImageResponse* IconProvider::requestImageResponse(const QString& id, const QSize& size) {
     const int pixels =
         std::clamp(std::max(size.width(), size.height()) > 0 ? std::max(size.width(), size.height())
-                                                            : defaultPixels,
+                                                             : defaultPixels,
                    8, largestPixels);
     auto* response = new Response;
     // The engine keeps the response until it is finished, cancelled or not.
@@ -187,7 +187,8 @@ QQuickImageResponse* IconProvider::requestImageResponse(const QString& id, const
                 }
             }
             if (image.isNull()) {
-                image = standIn(QString::fromStdString(source->app.name), source->app.bundleID, pixels);
+                image =
+                    standIn(QString::fromStdString(source->app.name), source->app.bundleID, pixels);
             }
         } else {
             image = standIn(name, name.toStdString(), pixels);

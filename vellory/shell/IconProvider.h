@@ -34,9 +34,9 @@ class IconSources {
     std::shared_ptr<const Table> table_ = std::make_shared<const Table>();
 };
 
-/// Serves `image://icons/app/<identifier>` and `image://icons/file/<path>` (both percent-encoded) to
-/// the views, off the main thread. What cannot be read becomes a drawn stand-in: a rounded square in
-/// a colour of its own with the first letter of the name.
+/// Serves `image://icons/app/<identifier>` and `image://icons/file/<path>` (both percent-encoded)
+/// to the views, off the main thread. What cannot be read becomes a drawn stand-in: a rounded
+/// square in a colour of its own with the first letter of the name.
 class IconProvider : public QQuickAsyncImageProvider {
   public:
     IconProvider(const AppIcons& icons, std::shared_ptr<const IconSources> sources);

@@ -27,7 +27,7 @@ void LauncherController::createWindow() {
     if (view_ != nullptr) {
         return;
     }
-    [[maybe_unused]] static void (*volatile const registration)() = &qml_register_types_Vellory;
+    [[maybe_unused]] static void (*const volatile registration)() = &qml_register_types_Vellory;
     view_ = std::make_unique<QQuickView>();
     view_->engine()->addImportPath(":/qt/qml");
     view_->setFlags(Qt::Window | Qt::FramelessWindowHint);
@@ -64,7 +64,8 @@ void LauncherController::show() {
     }
     const QRect area = screen->geometry();
     if (backdropSize_ != area.size() * screen->devicePixelRatio()) {
-        applyBackdrop(Backdrop::gradient(area.size() * screen->devicePixelRatio(), viewModel_.dark()));
+        applyBackdrop(
+            Backdrop::gradient(area.size() * screen->devicePixelRatio(), viewModel_.dark()));
         loadBackdrop(screen);
     }
     createWindow();
@@ -113,10 +114,9 @@ void LauncherController::prepare(QSize size) {
 void LauncherController::loadBackdrop(QScreen* screen) {
     const QRect logical = screen->geometry();
     const double scale = screen->devicePixelRatio();
-    const Desktop::Area area{static_cast<int>(logical.x() * scale),
-                             static_cast<int>(logical.y() * scale),
-                             static_cast<int>(logical.width() * scale),
-                             static_cast<int>(logical.height() * scale)};
+    const Desktop::Area area{
+        static_cast<int>(logical.x() * scale), static_cast<int>(logical.y() * scale),
+        static_cast<int>(logical.width() * scale), static_cast<int>(logical.height() * scale)};
     const bool dark = viewModel_.dark();
     const Desktop& desktop = parts_.desktop;
     QPointer<LauncherController> self = this;

@@ -22,15 +22,12 @@ LauncherViewModel::LauncherViewModel(AppModel& model, LauncherState& state,
     connect(&model_.prefs(), &Prefs::changed, this, &LauncherViewModel::prefsChanged);
 
     connect(&state_, &LauncherState::queryChanged, this, &LauncherViewModel::queryChanged);
-    connect(&state_, &LauncherState::currentItemsChanged, this,
-            &LauncherViewModel::scheduleUpdate);
+    connect(&state_, &LauncherState::currentItemsChanged, this, &LauncherViewModel::scheduleUpdate);
     connect(&state_, &LauncherState::pageChanged, this, &LauncherViewModel::pageChanged);
-    connect(&state_, &LauncherState::pageCountChanged, this,
-            &LauncherViewModel::pageCountChanged);
+    connect(&state_, &LauncherState::pageCountChanged, this, &LauncherViewModel::pageCountChanged);
     connect(&state_, &LauncherState::columnsChanged, this, &LauncherViewModel::gridChanged);
     connect(&state_, &LauncherState::rowsChanged, this, &LauncherViewModel::gridChanged);
-    connect(&state_, &LauncherState::highlightChanged, this,
-            &LauncherViewModel::highlightChanged);
+    connect(&state_, &LauncherState::highlightChanged, this, &LauncherViewModel::highlightChanged);
     connect(&state_, &LauncherState::openFolderChanged, this, [this] {
         // The panel needs its tiles in the same turn in which it opens.
         updateLists();
@@ -38,14 +35,11 @@ LauncherViewModel::LauncherViewModel(AppModel& model, LauncherState& state,
     });
     connect(&state_, &LauncherState::folderPageChanged, this,
             &LauncherViewModel::folderPageChanged);
-    connect(&state_, &LauncherState::hintsModeChanged, this,
-            &LauncherViewModel::hintsModeChanged);
+    connect(&state_, &LauncherState::hintsModeChanged, this, &LauncherViewModel::hintsModeChanged);
     connect(&state_, &LauncherState::hintBufferChanged, this,
             &LauncherViewModel::hintBufferChanged);
-    connect(&state_, &LauncherState::presentedChanged, this,
-            &LauncherViewModel::presentedChanged);
-    connect(&state_, &LauncherState::rightToLeftChanged, this,
-            &LauncherViewModel::mirroredChanged);
+    connect(&state_, &LauncherState::presentedChanged, this, &LauncherViewModel::presentedChanged);
+    connect(&state_, &LauncherState::rightToLeftChanged, this, &LauncherViewModel::mirroredChanged);
     connect(&state_, &LauncherState::rippleOriginChanged, this,
             &LauncherViewModel::rippleOriginChanged);
     updateLists();
@@ -202,9 +196,9 @@ void LauncherViewModel::updateIconSources() {
     IconSources::Table table;
     for (const auto& [id, app] : model_.apps()) {
         const auto icon = model_.board().icons.find(id);
-        table.emplace(id, IconSources::Source{app, icon == model_.board().icons.end()
-                                                       ? std::string()
-                                                       : icon->second});
+        table.emplace(id,
+                      IconSources::Source{app, icon == model_.board().icons.end() ? std::string()
+                                                                                  : icon->second});
     }
     iconSources_->replace(std::move(table));
 }

@@ -50,8 +50,8 @@ std::expected<void, std::string> arrange(const QString& view, AppModel& model,
                                          LauncherState& state) {
     if (view == "folder") {
         const auto& tiles = model.visibleTiles();
-        const auto folder = std::ranges::find_if(
-            tiles, [](const Tile& tile) { return tile.folder() != nullptr; });
+        const auto folder =
+            std::ranges::find_if(tiles, [](const Tile& tile) { return tile.folder() != nullptr; });
         if (folder == tiles.end()) {
             return std::unexpected("There is no folder on the grid to show.");
         }
@@ -89,8 +89,8 @@ std::expected<void, std::string> takeScreenshot(LauncherController& controller, 
     if (image.isNull() || !image.save(&buffer, "PNG")) {
         return std::unexpected("The view could not be rendered.");
     }
-    const auto written = AtomicFile::write(
-        file, {png.constData(), static_cast<std::size_t>(png.size())});
+    const auto written =
+        AtomicFile::write(file, {png.constData(), static_cast<std::size_t>(png.size())});
     if (!written) {
         return std::unexpected("Couldn't write " + file.string() + ": " +
                                written.error().message());

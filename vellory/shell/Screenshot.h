@@ -19,8 +19,8 @@ class LauncherState;
 /// Whether every picture that the scene shows has arrived and nothing moves any more.
 bool isSettled(const QQuickItem& root);
 
-/// Renders the view named `view` at `size` into a PNG file, once its icons have arrived. The error is
-/// a sentence for the user.
+/// Renders the view named `view` at `size` into a PNG file, once its icons have arrived. The error
+/// is a sentence for the user.
 std::expected<void, std::string> takeScreenshot(LauncherController& controller, AppModel& model,
                                                 LauncherState& state, const QString& view,
                                                 QSize size, const std::filesystem::path& file);

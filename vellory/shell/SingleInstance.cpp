@@ -41,7 +41,7 @@ bool preparePrivateFolder(const std::filesystem::path& folder) {
     if (::mkdir(folder.c_str(), S_IRWXU) == 0) {
         return true;
     }
-    struct stat info {};
+    struct stat info{};
     return ::lstat(folder.c_str(), &info) == 0 && S_ISDIR(info.st_mode) &&
            info.st_uid == ::geteuid() && ::chmod(folder.c_str(), S_IRWXU) == 0;
 }

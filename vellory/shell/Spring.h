@@ -10,8 +10,8 @@ namespace vellory {
 /// A value on a damped spring: it goes towards `to`, keeps its speed when `to` changes on the way,
 /// and rests exactly there in the end.
 ///
-/// `response` is the period of the undamped spring in seconds, `dampingFraction` 1 for a spring that
-/// just does not swing over. With `enabled` off the value jumps.
+/// `response` is the period of the undamped spring in seconds, `dampingFraction` 1 for a spring
+/// that just does not swing over. With `enabled` off the value jumps.
 class Spring : public QObject {
     Q_OBJECT
     QML_ELEMENT

@@ -217,8 +217,7 @@ void TileGrid::scrollContent() {
         const int begin = page * perPage();
         const int end = std::min(begin + perPage(), tiles_ == nullptr ? 0 : tiles_->count());
         for (int index = begin; index < end && !missing; ++index) {
-            missing =
-                !entries_.contains(tiles_->items()[static_cast<std::size_t>(index)].id);
+            missing = !entries_.contains(tiles_->items()[static_cast<std::size_t>(index)].id);
         }
     }
     if (missing) {
@@ -245,12 +244,19 @@ bool TileGrid::make(int index) {
     if (delegate_ == nullptr || entries_.contains(tile.id)) {
         return false;
     }
-    const QVariantMap initial{
-        {"tileId", tile.id},         {"title", tile.title},     {"isFolder", tile.isFolder},
-        {"icons", tile.icons},       {"tint", tile.color},      {"emoji", tile.emoji},
-        {"cover", tile.cover},       {"badge", tile.badge},     {"isRunning", tile.isRunning},
-        {"index", index},            {"highlighted", false},    {"rippleDelay", 0.0},
-        {"grid", QVariant::fromValue(this)}};
+    const QVariantMap initial{{"tileId", tile.id},
+                              {"title", tile.title},
+                              {"isFolder", tile.isFolder},
+                              {"icons", tile.icons},
+                              {"tint", tile.color},
+                              {"emoji", tile.emoji},
+                              {"cover", tile.cover},
+                              {"badge", tile.badge},
+                              {"isRunning", tile.isRunning},
+                              {"index", index},
+                              {"highlighted", false},
+                              {"rippleDelay", 0.0},
+                              {"grid", QVariant::fromValue(this)}};
     QObject* object = delegate_->createWithInitialProperties(initial, delegate_->creationContext());
     auto* item = qobject_cast<QQuickItem*>(object);
     if (item == nullptr) {
@@ -334,7 +340,8 @@ void TileGrid::timerEvent(QTimerEvent* event) {
         const int end = std::min((neighbour + 1) * perPage(), count);
         for (int index = begin; index < end && made < batch; ++index) {
             if (make(index)) {
-                entries_[tiles_->items()[static_cast<std::size_t>(index)].id].item->setVisible(false);
+                entries_[tiles_->items()[static_cast<std::size_t>(index)].id].item->setVisible(
+                    false);
                 ++made;
             }
         }

@@ -17,9 +17,9 @@ namespace vellory {
 /// A paged grid of tiles: pages stand side by side and `position` says which one is in view, with
 /// fractions while one slides over another.
 ///
-/// Each tile is one delegate item, found again by the tile's identity when the list changes, so that
-/// it keeps its state and moves to its new place instead of being made anew. Delegates are made for
-/// the page in view at once and for its neighbours when there is time.
+/// Each tile is one delegate item, found again by the tile's identity when the list changes, so
+/// that it keeps its state and moves to its new place instead of being made anew. Delegates are
+/// made for the page in view at once and for its neighbours when there is time.
 ///
 /// A delegate has the properties `tileId`, `title`, `isFolder`, `icons`, `tint`, `emoji`, `cover`,
 /// `isRunning`, `badge`, `index`, `highlighted`, `rippleDelay` (0 to 1) and `grid`, all required.
@@ -30,11 +30,13 @@ class TileGrid : public QQuickItem {
     Q_PROPERTY(QQmlComponent* delegate MEMBER delegate_ NOTIFY delegateChanged)
     Q_PROPERTY(int columns READ columns WRITE setColumns NOTIFY geometryParametersChanged)
     Q_PROPERTY(int rows READ rows WRITE setRows NOTIFY geometryParametersChanged)
-    Q_PROPERTY(qreal sideMargin READ sideMargin WRITE setSideMargin NOTIFY geometryParametersChanged)
+    Q_PROPERTY(
+        qreal sideMargin READ sideMargin WRITE setSideMargin NOTIFY geometryParametersChanged)
     Q_PROPERTY(qreal position READ position WRITE setPosition NOTIFY positionChanged)
     Q_PROPERTY(int highlight READ highlight WRITE setHighlight NOTIFY highlightChanged)
     Q_PROPERTY(bool mirrored READ mirrored WRITE setMirrored NOTIFY geometryParametersChanged)
-    Q_PROPERTY(QPointF rippleOrigin READ rippleOrigin WRITE setRippleOrigin NOTIFY rippleOriginChanged)
+    Q_PROPERTY(
+        QPointF rippleOrigin READ rippleOrigin WRITE setRippleOrigin NOTIFY rippleOriginChanged)
     Q_PROPERTY(bool animateMoves MEMBER animateMoves_ NOTIFY animateMovesChanged)
     Q_PROPERTY(bool moving READ isMoving NOTIFY movingChanged)
     Q_PROPERTY(int pageCount READ pageCount NOTIFY pageCountChanged)

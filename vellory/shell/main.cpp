@@ -86,7 +86,8 @@ int run(const CommandLine& options, const char* program) {
     const bool isPicture = options.screenshot.has_value();
 
     if (!isPicture && !options.support &&
-        SingleInstance::handOver(socket, options.show == CommandLine::Show::hidden ? "hello" : "open")) {
+        SingleInstance::handOver(socket,
+                                 options.show == CommandLine::Show::hidden ? "hello" : "open")) {
         return 0;
     }
     if (!isPicture && !start.hasDisplay()) {
@@ -117,21 +118,20 @@ int run(const CommandLine& options, const char* program) {
     ImageFileChooser imageChooser;
     LinuxPlatform platform(start, folders, loop, scheduler);
 
-    AppModel model(
-        {.catalogue = platform.catalogue(),
-         .runningApps = platform.runningApps(),
-         .desktop = platform.desktop(),
-         .folderWatcher = folderWatcher,
-         .imageChooser = imageChooser,
-         .clock = clock,
-         .scheduler = scheduler,
-         .defaults = settings},
-        {.paths = VelloryPaths(folders.data, options.support),
-         .locale = start.sortLocale(),
-         .newID = Uuid::random,
-         .ownID = platformID,
-         .desktopApps = platform.desktopApps(),
-         .calendar = Calendar::current()});
+    AppModel model({.catalogue = platform.catalogue(),
+                    .runningApps = platform.runningApps(),
+                    .desktop = platform.desktop(),
+                    .folderWatcher = folderWatcher,
+                    .imageChooser = imageChooser,
+                    .clock = clock,
+                    .scheduler = scheduler,
+                    .defaults = settings},
+                   {.paths = VelloryPaths(folders.data, options.support),
+                    .locale = start.sortLocale(),
+                    .newID = Uuid::random,
+                    .ownID = platformID,
+                    .desktopApps = platform.desktopApps(),
+                    .calendar = Calendar::current()});
     LauncherState state(model);
     LauncherController controller({.model = model,
                                    .state = state,
@@ -148,13 +148,14 @@ int run(const CommandLine& options, const char* program) {
     }
 
     SingleInstance instance(socket);
-    QObject::connect(&instance, &SingleInstance::received, &controller, [&](const QString& message) {
-        if (message == "open") {
-            controller.show();
-        } else if (message == "toggle") {
-            controller.toggle();
-        }
-    });
+    QObject::connect(&instance, &SingleInstance::received, &controller,
+                     [&](const QString& message) {
+                         if (message == "open") {
+                             controller.show();
+                         } else if (message == "toggle") {
+                             controller.toggle();
+                         }
+                     });
     if (!options.support) {
         instance.listen();
     }

@@ -53,17 +53,25 @@ LinuxPlatform::LinuxPlatform(const Start& start, const Folders& folders, EventLo
     : environment_(start.environment()),
       entries_(std::make_shared<DesktopEntries>(
           DesktopEntries::Options{start.environment(), start.onlyEntries()})),
-      catalogue_(entries_, start.sortLocale()),
-      icons_({.environment = start.environment(),
-              .cacheFolder = folders.cache / "icons",
-              .theme = std::nullopt}),
+      catalogue_(entries_, start.sortLocale()), icons_({.environment = start.environment(),
+                                                        .cacheFolder = folders.cache / "icons",
+                                                        .theme = std::nullopt}),
       runningApps_({.environment = start.environment()}, entries_, loop, scheduler),
       desktop_(start.environment()) {}
 
 std::set<BundleID> LinuxPlatform::desktopApps() {
-    return {"org.gnome.Nautilus", "nautilus",      "org.gnome.Shell", "nemo",
-            "nemo-desktop",       "caja",          "thunar",          "Thunar",
-            "xfdesktop",          "org.kde.dolphin", "pcmanfm",       "pcmanfm-desktop-pref"};
+    return {"org.gnome.Nautilus",
+            "nautilus",
+            "org.gnome.Shell",
+            "nemo",
+            "nemo-desktop",
+            "caja",
+            "thunar",
+            "Thunar",
+            "xfdesktop",
+            "org.kde.dolphin",
+            "pcmanfm",
+            "pcmanfm-desktop-pref"};
 }
 
 bool LinuxPlatform::prefersDark() const {

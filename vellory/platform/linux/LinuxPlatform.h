@@ -56,7 +56,8 @@ class LinuxPlatform {
     static Start begin(std::optional<std::filesystem::path> onlyEntries);
 
     /// `loop` and `scheduler` must outlive this object.
-    LinuxPlatform(const Start& start, const Folders& folders, EventLoop& loop, Scheduler& scheduler);
+    LinuxPlatform(const Start& start, const Folders& folders, EventLoop& loop,
+                  Scheduler& scheduler);
 
     LinuxAppCatalogue& catalogue() { return catalogue_; }
     const LinuxAppIcons& icons() const { return icons_; }

@@ -19,7 +19,8 @@ class TimerHandle final : public Scheduler::Pending {
         const double bounded = std::clamp(seconds, 0.0, longest);
         timer_.setInterval(std::chrono::milliseconds(static_cast<std::int64_t>(bounded * 1000)));
         timer_.setSingleShot(!repeats);
-        // A minute's tick may drift with others to spare wake-ups; what is short is meant precisely.
+        // A minute's tick may drift with others to spare wake-ups; what is short is meant
+        // precisely.
         timer_.setTimerType(bounded >= 10 ? Qt::VeryCoarseTimer : Qt::CoarseTimer);
         // The task may destroy this handle: the copy keeps it alive while it runs.
         QObject::connect(&timer_, &QTimer::timeout, [kept = task_] { (*kept)(); });

@@ -9,8 +9,9 @@
 
 namespace vellory {
 
-/// The user's settings in a text file of their own, which may be edited by hand while the program is
-/// not running. Changes are written soon after they are made, at the latest when this object goes.
+/// The user's settings in a text file of their own, which may be edited by hand while the program
+/// is not running. Changes are written soon after they are made, at the latest when this object
+/// goes.
 class QtSettings final : public UserDefaults {
   public:
     explicit QtSettings(const std::filesystem::path& file);
