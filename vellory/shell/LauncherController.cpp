@@ -99,6 +99,7 @@ void LauncherController::hide() {
     if (view_ != nullptr) {
         view_->hide();
     }
+    Q_EMIT hidden();
 }
 
 void LauncherController::prepare(QSize size) {

@@ -51,6 +51,7 @@ class LauncherController : public QObject {
   Q_SIGNALS:
     /// The first frame after `show` is on the screen.
     void shown();
+    void hidden();
 
   private:
     void createWindow();

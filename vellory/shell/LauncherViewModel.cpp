@@ -19,6 +19,10 @@ LauncherViewModel::LauncherViewModel(AppModel& model, LauncherState& state,
     connect(&model_, &AppModel::runningChanged, this, &LauncherViewModel::scheduleUpdate);
     connect(&model_, &AppModel::badgesChanged, this, &LauncherViewModel::scheduleUpdate);
     connect(&model_, &AppModel::noticePosted, &notices_, &NoticeList::post);
+    connect(&model_, &AppModel::welcomeRequested, this, [this] {
+        welcoming_ = true;
+        Q_EMIT welcomingChanged();
+    });
     connect(&model_.prefs(), &Prefs::changed, this, &LauncherViewModel::prefsChanged);
 
     connect(&state_, &LauncherState::queryChanged, this, &LauncherViewModel::queryChanged);
@@ -148,6 +152,24 @@ bool LauncherViewModel::wheel(const QPointF& pixels, const QPointF& angle, int p
     const bool precise = !pixels.isNull();
     const QPointF amount = precise ? pixels : angle / eighthsPerNotch;
     return state_.handleScroll({amount.x(), amount.y(), precise, meaning});
+}
+
+void LauncherViewModel::startWithFolders() {
+    model_.autoFolders();
+    endWelcome();
+}
+
+void LauncherViewModel::startAlphabetically() {
+    model_.layOutAlphabetically();
+    endWelcome();
+}
+
+void LauncherViewModel::endWelcome() {
+    if (welcoming_) {
+        welcoming_ = false;
+        model_.prefs().setHasSeenWelcome(true);
+        Q_EMIT welcomingChanged();
+    }
 }
 
 QString LauncherViewModel::hint(int index) const {

@@ -50,6 +50,7 @@ class LauncherViewModel : public QObject {
     Q_PROPERTY(bool showLabels READ showLabels NOTIFY prefsChanged)
     Q_PROPERTY(bool reduceMotion READ reduceMotion NOTIFY prefsChanged)
     Q_PROPERTY(bool dark READ dark WRITE setDark NOTIFY darkChanged)
+    Q_PROPERTY(bool welcoming READ isWelcoming NOTIFY welcomingChanged)
     Q_PROPERTY(QString backdrop READ backdrop NOTIFY backdropChanged)
 
   public:
@@ -87,6 +88,8 @@ class LauncherViewModel : public QObject {
     bool reduceMotion() const { return model_.prefs().reduceMotion(); }
     bool dark() const { return dark_; }
     void setDark(bool dark);
+    /// The user has not chosen yet how the grid should start.
+    bool isWelcoming() const { return welcoming_; }
     QString backdrop() const { return backdrop_; }
     void setBackdrop(const QString& source);
 
@@ -107,6 +110,10 @@ class LauncherViewModel : public QObject {
     Q_INVOKABLE bool handleKey(int key, int modifiers, const QString& text);
     /// `dx` and `dy` in wheel notches, or in pixels when `precise`.
     Q_INVOKABLE bool handleScroll(qreal dx, qreal dy, bool precise, int phase);
+    /// What a new user may start with; each ends the welcome.
+    Q_INVOKABLE void startWithFolders();
+    Q_INVOKABLE void startAlphabetically();
+    Q_INVOKABLE void endWelcome();
     Q_INVOKABLE QString hint(int index) const;
     /// Turns a wheel event's numbers into `handleScroll`'s.
     Q_INVOKABLE bool wheel(const QPointF& pixels, const QPointF& angle, int phase);
@@ -128,6 +135,7 @@ class LauncherViewModel : public QObject {
     void prefsChanged();
     void darkChanged();
     void backdropChanged();
+    void welcomingChanged();
 
   private:
     TileItem item(const Tile& tile) const;
@@ -145,6 +153,7 @@ class LauncherViewModel : public QObject {
     NoticeList notices_;
     bool updateScheduled_ = false;
     bool dark_ = true;
+    bool welcoming_ = false;
     QString backdrop_;
 };
 

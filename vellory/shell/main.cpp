@@ -62,20 +62,29 @@ class QtArguments {
     int count_ = 0;
 };
 
-/// Says how many apps the grid shows with its first frame, and "settled" once nothing changes any
-/// more: for scripts that take pictures or measure.
+void say(const std::string& line) {
+    std::puts(line.c_str());
+    std::fflush(stdout);
+}
+
+/// Says what happens, a line each, for scripts that drive or measure the program: "N apps" with the
+/// first frame of the grid, "settled" once nothing on it changes any more, "hidden", and notices.
 void reportTo(QTimer& settling, LauncherController& controller, const AppModel& model) {
     constexpr int pollMilliseconds = 50;
     QObject::connect(&controller, &LauncherController::shown, &settling, [&] {
-        std::printf("%zu apps\n", model.apps().size());
-        std::fflush(stdout);
+        say(std::to_string(model.apps().size()) + " apps");
         settling.start(pollMilliseconds);
     });
+    QObject::connect(&controller, &LauncherController::hidden, &settling, [&] {
+        settling.stop();
+        say("hidden");
+    });
+    QObject::connect(&model, &AppModel::noticePosted, &settling,
+                     [](const Notice& notice) { say("notice " + notice.text); });
     QObject::connect(&settling, &QTimer::timeout, &controller, [&] {
         if (isSettled(*controller.window().rootObject())) {
             settling.stop();
-            std::puts("settled");
-            std::fflush(stdout);
+            say("settled");
         }
     });
 }

@@ -190,6 +190,14 @@ FocusScope {
         grid: grid
     }
 
+    WelcomeCard {
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: Theme.noticeEdge
+        visible: view.launcher.welcoming && !view.folderOpen && !view.launcher.searching
+        launcher: view.launcher
+    }
+
     NoticeStack {
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.bottom: parent.bottom

@@ -35,6 +35,7 @@ QtObject {
     readonly property int labelSize: 13
     readonly property int bodySize: 14
     readonly property int titleSize: 24
+    readonly property int controlHeight: 32
     readonly property int noticeHeight: 44
     readonly property int noticeEdge: 72
     readonly property int symbol: 18
