@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/AppModel.h"
 
-#include <algorithm>
+#include <tuple>
 #include <unordered_set>
 #include <utility>
 
@@ -53,6 +53,9 @@ AppModel::~AppModel() {
 // --- Life ---
 
 void AppModel::start() {
+    if (isStarted()) {
+        return;
+    }
     // A folder that cannot be made shows when the first file in it cannot be written.
     std::ignore = AtomicFile::createFolder(environment_.paths.support());
     onPrefChanged("showInDock");
