@@ -19,9 +19,8 @@ using Languages = std::vector<std::string>;
 
 /// The folders to scan, in order of precedence, whether they exist or not. `volumes` is the folder
 /// in which the system mounts its disks.
-std::vector<std::filesystem::path>
-defaultRoots(const std::filesystem::path& home,
-             const std::filesystem::path& volumes = "/Volumes");
+std::vector<std::filesystem::path> defaultRoots(const std::filesystem::path& home,
+                                                const std::filesystem::path& volumes = "/Volumes");
 
 /// All apps in the roots and in the folders directly below them, one for each identifier (the first
 /// found wins), sorted by name. A root that cannot be listed contributes nothing.

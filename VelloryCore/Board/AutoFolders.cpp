@@ -65,8 +65,7 @@ std::optional<std::string> categoryOf(const InstalledApp& app) {
     return text != nullptr ? std::optional(*text) : std::nullopt;
 }
 
-std::optional<std::string_view>
-folderTitleForCategory(const std::optional<std::string>& category) {
+std::optional<std::string_view> folderTitleForCategory(const std::optional<std::string>& category) {
     if (!category) {
         return std::nullopt;
     }

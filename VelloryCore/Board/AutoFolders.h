@@ -13,8 +13,8 @@
 #include "Support/Text.h"
 #include "Support/Uuid.h"
 
-/// A board made from nothing but the installed apps: folders by the category under which each app is
-/// sold, the way the first board is made.
+/// A board made from nothing but the installed apps: folders by the category under which each app
+/// is sold, the way the first board is made.
 namespace vellory::AutoFolders {
 
 /// An app's category, such as "public.app-category.developer-tools".
@@ -24,14 +24,12 @@ using CategoryOf = std::function<std::optional<std::string>(const InstalledApp&)
 std::optional<std::string> categoryOf(const InstalledApp& app);
 
 /// The title of the folder for apps of a category; nothing for one that gets no folder.
-std::optional<std::string_view>
-folderTitleForCategory(const std::optional<std::string>& category);
+std::optional<std::string_view> folderTitleForCategory(const std::optional<std::string>& category);
 
 /// The board of `apps`: the folders by title, then the loose apps by name. A folder holds at least
-/// `minimum` apps, sorted by name; apps of smaller groups stay loose. What the system keeps among its
-/// utilities declares no category and is known by where it lies.
+/// `minimum` apps, sorted by name; apps of smaller groups stay loose. What the system keeps among
+/// its utilities declares no category and is known by where it lies.
 Board boardFor(const std::vector<InstalledApp>& apps, std::size_t minimum,
-               const CategoryOf& category, const Text::Collator& collator,
-               const UuidSource& uuids);
+               const CategoryOf& category, const Text::Collator& collator, const UuidSource& uuids);
 
 } // namespace vellory::AutoFolders

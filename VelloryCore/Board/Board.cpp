@@ -208,8 +208,8 @@ void Board::moveAppToTopLevel(BundleID app, std::ptrdiff_t index) {
 
 std::optional<Uuid> Board::drop(BundleID app, std::string_view ontoTileID,
                                 std::string_view folderTitle, const UuidSource& uuids) {
-    const bool onItself = ontoTileID.starts_with(Tile::appPrefix) &&
-                          ontoTileID.substr(Tile::appPrefix.size()) == app;
+    const bool onItself =
+        ontoTileID.starts_with(Tile::appPrefix) && ontoTileID.substr(Tile::appPrefix.size()) == app;
     if (onItself || !indexOfTile(ontoTileID)) {
         return std::nullopt;
     }
@@ -224,9 +224,8 @@ std::optional<Uuid> Board::drop(BundleID app, std::string_view ontoTileID,
         return folder->id;
     }
     const Uuid id = uuids();
-    tile = Tile(Folder{.id = id,
-                       .title = std::string(folderTitle),
-                       .apps = {*tile.app(), std::move(app)}});
+    tile = Tile(
+        Folder{.id = id, .title = std::string(folderTitle), .apps = {*tile.app(), std::move(app)}});
     return id;
 }
 

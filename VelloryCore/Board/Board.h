@@ -49,8 +49,8 @@ struct Board {
     };
 
     Board() = default;
-    /// The board of an imported layout: its pages joined, each app at the first place that names it.
-    /// Folders within folders and folders left without an app are passed over.
+    /// The board of an imported layout: its pages joined, each app at the first place that names
+    /// it. Folders within folders and folders left without an app are passed over.
     Board(const Layout& layout, const UuidSource& uuids);
 
     /// Every app in grid order, folders opened in place.

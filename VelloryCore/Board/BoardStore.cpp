@@ -109,9 +109,9 @@ BoardStore::save(const Board& board, std::optional<std::string_view> reason) con
     return AtomicFile::write(file_, content);
 }
 
-std::expected<void, std::error_code>
-BoardStore::saveWithHistory(std::string_view content, std::string_view old,
-                            std::string_view reason) const {
+std::expected<void, std::error_code> BoardStore::saveWithHistory(std::string_view content,
+                                                                 std::string_view old,
+                                                                 std::string_view reason) const {
     if (auto created = AtomicFile::createFolder(historyFolder_); !created) {
         return created;
     }

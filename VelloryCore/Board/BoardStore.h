@@ -79,9 +79,8 @@ class BoardStore {
     std::optional<Board> boardIn(const Snapshot& snapshot) const;
 
   private:
-    std::expected<void, std::error_code> saveWithHistory(std::string_view content,
-                                                         std::string_view old,
-                                                         std::string_view reason) const;
+    std::expected<void, std::error_code>
+    saveWithHistory(std::string_view content, std::string_view old, std::string_view reason) const;
 
     std::filesystem::path file_;
     std::filesystem::path historyFolder_;

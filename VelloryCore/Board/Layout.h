@@ -46,8 +46,8 @@ struct LayoutItem {
     friend bool operator==(const LayoutItem&, const LayoutItem&) = default;
 };
 
-/// A grid as pages of items: what importers of other launchers produce, and what a board can be made
-/// from. It may list an app twice or name apps that are not installed.
+/// A grid as pages of items: what importers of other launchers produce, and what a board can be
+/// made from. It may list an app twice or name apps that are not installed.
 struct Layout {
     std::vector<LayoutPage> pages;
 

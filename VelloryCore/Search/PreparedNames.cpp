@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <utility>
 
 #include "Search/MatchRules.h"
@@ -44,37 +45,41 @@ constexpr std::uint64_t maskBit(char32_t c) {
     return std::uint64_t{1} << bit;
 }
 
-/// What adding a plain name needs to know of a byte, in one look.
-struct PlainByte {
+// What adding a name needs to know of a byte, in one look.
+constexpr std::uint8_t upper = 1;
+constexpr std::uint8_t letter = 2;
+constexpr std::uint8_t digit = 4;
+constexpr std::uint8_t separator = 8;
+/// The byte is not a character by itself: it is not ASCII, or a carriage return, which forms one
+/// character with a line feed that follows.
+constexpr std::uint8_t notAlone = 16;
+
+struct Byte {
     char lower = 0;
-    bool upper = false;
-    bool letter = false;
-    bool letterOrDigit = false;
-    bool separator = false;
+    std::uint8_t kind = 0;
     std::uint64_t mask = 0;
 };
 
-constexpr auto plainBytes = [] {
-    std::array<PlainByte, 0x80> out;
-    for (unsigned i = 0; i < out.size(); ++i) {
+constexpr auto byteTable = [] {
+    std::array<Byte, 0x100> out;
+    for (unsigned i = 0; i < 0x80; ++i) {
         const char c = static_cast<char>(i);
+        unsigned kind = 0;
+        kind |= isUpper(c) ? upper | letter : 0;
+        kind |= isLower(c) ? letter : 0;
+        kind |= isDigit(c) ? digit : 0;
+        kind |= rules::separatesWords(c) ? separator : 0;
+        kind |= c == '\r' ? notAlone : 0;
         const char lower = isUpper(c) ? static_cast<char>(c + ('a' - 'A')) : c;
         out[i] = {.lower = lower,
-                  .upper = isUpper(c),
-                  .letter = isUpper(c) || isLower(c),
-                  .letterOrDigit = isUpper(c) || isLower(c) || isDigit(c),
-                  .separator = rules::separatesWords(c),
+                  .kind = static_cast<std::uint8_t>(kind),
                   .mask = maskBit(static_cast<unsigned char>(lower))};
+    }
+    for (unsigned i = 0x80; i < out.size(); ++i) {
+        out[i].kind = notAlone;
     }
     return out;
 }();
-
-/// Whether every byte is a character: ASCII, and no carriage return, which forms one character with
-/// a line feed that follows.
-bool isPlain(std::string_view text) {
-    return std::ranges::none_of(
-        text, [](char c) { return static_cast<unsigned char>(c) >= 0x80 || c == '\r'; });
-}
 
 constexpr char notPlain = '\xFF';
 
@@ -146,54 +151,60 @@ void PreparedNames::reserve(std::size_t names, std::size_t bytes) {
     masks_.reserve(names);
     entries_.reserve(names);
     // Initials take a few bytes for each name beside its text.
-    narrow_.reserve(bytes + names * 4);
+    narrow_.reserve(bytes + names * 6);
 }
 
 void PreparedNames::add(std::string_view name) {
-    if (isPlain(name)) {
-        addPlain(name);
-    } else {
+    if (!addPlain(name)) {
         addWide(name);
     }
 }
 
-void PreparedNames::addPlain(std::string_view name) {
+bool PreparedNames::addPlain(std::string_view name) {
     while (!name.empty() && isSpace(name.front())) {
         name.remove_prefix(1);
     }
     while (!name.empty() && isSpace(name.back())) {
         name.remove_suffix(1);
     }
-    Entry entry{.begin = narrow_.size(), .length = static_cast<std::uint32_t>(name.size())};
-    // Every part is at most as long as the name; what is not needed is cut off at the end.
-    narrow_.resize(entry.begin + 3 * name.size());
-    char* text = narrow_.data() + entry.begin;
-    char* firsts = text + name.size();
+    // Every part is at most as long as the name. All three are written without a branch, each byte
+    // over the last one that did not count; then the initials move up behind one another.
+    const std::size_t begin = narrow_.size();
+    narrow_.resize(begin + 3 * name.size());
+    char* const text = narrow_.data() + begin;
+    char* const firsts = text + name.size();
+    char* const camel = firsts + name.size();
+    std::size_t firstsCount = 0;
+    std::size_t camelCount = 0;
     std::uint64_t mask = 0;
-    PlainByte previous = plainBytes[' '];
-    for (const char c : name) {
-        const PlainByte& byte = plainBytes[static_cast<unsigned char>(c)];
-        *text++ = byte.lower;
+    unsigned kinds = 0;
+    unsigned previous = separator;
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        const Byte& byte = byteTable[static_cast<unsigned char>(name[i])];
+        const unsigned kind = byte.kind;
         mask |= byte.mask;
-        if (previous.separator && !byte.separator) {
-            *firsts++ = byte.lower;
-        }
-        previous = byte;
+        kinds |= kind;
+        text[i] = byte.lower;
+        firsts[firstsCount] = byte.lower;
+        firstsCount += (previous & separator) != 0 && (kind & separator) == 0 ? 1 : 0;
+        camel[camelCount] = byte.lower;
+        const bool beginsCapital = (kind & ~previous & upper) != 0;
+        const bool beginsWord = (kind & letter) != 0 && (previous & (letter | digit)) == 0;
+        camelCount += beginsCapital || beginsWord ? 1 : 0;
+        previous = kind;
     }
-    char* camel = firsts;
-    previous = plainBytes[' '];
-    for (const char c : name) {
-        const PlainByte& byte = plainBytes[static_cast<unsigned char>(c)];
-        if (byte.letter && ((byte.upper && !previous.upper) || !previous.letterOrDigit)) {
-            *camel++ = byte.lower;
-        }
-        previous = byte;
+    if ((kinds & notAlone) != 0) {
+        narrow_.resize(begin);
+        return false;
     }
-    entry.firsts = static_cast<std::uint32_t>(firsts - text);
-    entry.camel = static_cast<std::uint32_t>(camel - firsts);
-    narrow_.resize(static_cast<std::size_t>(camel - narrow_.data()));
+    std::memmove(firsts + firstsCount, camel, camelCount);
+    narrow_.resize(begin + name.size() + firstsCount + camelCount);
     masks_.push_back(mask);
-    entries_.push_back(entry);
+    entries_.push_back({.begin = begin,
+                        .length = static_cast<std::uint32_t>(name.size()),
+                        .firsts = static_cast<std::uint32_t>(firstsCount),
+                        .camel = static_cast<std::uint32_t>(camelCount)});
+    return true;
 }
 
 void PreparedNames::addWide(std::string_view name) {

@@ -53,7 +53,8 @@ class PreparedNames {
         bool wide = false;
     };
 
-    void addPlain(std::string_view name);
+    /// Adds a name of plain ASCII; false, and nothing added, for any other.
+    bool addPlain(std::string_view name);
     void addWide(std::string_view name);
     std::optional<int> score(const Query& query, std::size_t index) const;
 

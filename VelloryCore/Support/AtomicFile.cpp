@@ -94,7 +94,7 @@ std::expected<std::string, std::error_code> read(const fs::path& file, std::size
     if (!input.isOpen()) {
         return lastError();
     }
-    struct stat info {};
+    struct stat info{};
     if (::fstat(input.get(), &info) != 0) {
         return lastError();
     }
@@ -135,7 +135,7 @@ std::expected<void, std::error_code> write(const fs::path& file, std::string_vie
     }
     TemporaryFile temporary(std::move(pattern));
 
-    struct stat existing {};
+    struct stat existing{};
     if (::stat(destination.c_str(), &existing) == 0 &&
         ::fchmod(output.get(), existing.st_mode & 07777U) != 0) {
         return lastError();

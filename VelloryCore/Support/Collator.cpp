@@ -5,11 +5,12 @@
 #include <array>
 #include <cstdint>
 #include <numeric>
+#include <utility>
 
 #include <unicode/coll.h>
 #include <unicode/uniset.h>
-#include <unicode/usetiter.h>
 #include <unicode/unistr.h>
+#include <unicode/usetiter.h>
 
 namespace vellory::Text {
 
@@ -21,14 +22,13 @@ constexpr bool isDigit(char c) {
 
 } // namespace
 
-/// An ICU collator, and for locales that leave ASCII in the root order a table of its weights: names
-/// of printable ASCII then compare by short keys that give exactly the collator's answer.
+/// An ICU collator, and for locales that leave ASCII in the root order a table of its weights:
+/// names of printable ASCII then compare by short keys that give exactly the collator's answer.
 class Collator::Rules {
   public:
     explicit Rules(std::string_view locale) {
         UErrorCode status = U_ZERO_ERROR;
-        const icu::Locale wanted =
-            icu::Locale::createCanonical(std::string(locale).c_str());
+        const icu::Locale wanted = icu::Locale::createCanonical(std::string(locale).c_str());
         collator_.reset(icu::Collator::createInstance(wanted, status));
         if (U_FAILURE(status)) {
             status = U_ZERO_ERROR;
@@ -44,35 +44,94 @@ class Collator::Rules {
     }
 
     std::weak_ordering compare(std::string_view a, std::string_view b) const {
-        if (weighted(a) && weighted(b)) {
-            return asciiKey(a) <=> asciiKey(b);
+        std::string keyOfA;
+        std::string keyOfB;
+        if (appendAsciiKey(keyOfA, a) && appendAsciiKey(keyOfB, b)) {
+            return keyOfA <=> keyOfB;
         }
-        if (collator_ == nullptr) {
-            return a <=> b;
-        }
-        UErrorCode status = U_ZERO_ERROR;
-        const auto result = collator_->compareUTF8(piece(a), piece(b), status);
-        return result <=> UCOL_EQUAL;
+        return compareByCollator(a, b);
     }
 
-    std::vector<std::string> keys(const std::vector<std::string>& names) const {
-        std::vector<std::string> out;
-        out.reserve(names.size());
-        const bool allWeighted =
-            std::ranges::all_of(names, [&](const auto& name) { return weighted(name); });
-        for (const auto& name : names) {
-            out.push_back(allWeighted ? asciiKey(name) : collationKey(name));
+    /// Sorts texts that have an ASCII key apart from those that have not, each by keys that compare
+    /// byte by byte, and merges the two lists by asking the collator.
+    std::vector<std::size_t> sortedOrder(const std::vector<std::string>& names) const {
+        std::string bytes; // all keys, one behind the other: no allocation for each
+        bytes.reserve(names.size() * 24);
+        std::vector<Key> ascii;
+        std::vector<Key> others;
+        ascii.reserve(names.size());
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            const std::size_t begin = bytes.size();
+            const bool isAscii = appendAsciiKey(bytes, names[i]);
+            if (!isAscii) {
+                appendCollationKey(bytes, names[i]);
+            }
+            (isAscii ? ascii : others).push_back({0, begin, bytes.size(), i});
         }
-        return out;
+        sortKeys(ascii, bytes);
+        sortKeys(others, bytes);
+        std::vector<std::size_t> order;
+        order.reserve(names.size());
+        auto next = ascii.cbegin();
+        for (const Key& other : others) {
+            const auto end = std::partition_point(next, ascii.cend(), [&](const Key& key) {
+                const auto found = compareByCollator(names[key.name], names[other.name]);
+                return found < 0 || (found == 0 && key.name < other.name);
+            });
+            for (; next != end; ++next) {
+                order.push_back(next->name);
+            }
+            order.push_back(other.name);
+        }
+        for (; next != ascii.cend(); ++next) {
+            order.push_back(next->name);
+        }
+        return order;
     }
 
   private:
+    /// Where the sort key of a name lies in a buffer of keys.
+    struct Key {
+        std::uint64_t head; ///< the first eight bytes as a number: most comparisons end there
+        std::size_t begin;
+        std::size_t end;
+        std::size_t name; ///< index of the name
+    };
+
+    static void sortKeys(std::vector<Key>& keys, const std::string& bytes) {
+        const std::string_view all = bytes;
+        for (Key& key : keys) {
+            for (std::size_t i = 0; i < 8; ++i) {
+                const std::size_t at = key.begin + i;
+                key.head =
+                    key.head << 8U | (at < key.end ? static_cast<unsigned char>(all[at]) : 0);
+            }
+        }
+        std::ranges::sort(keys, [&](const Key& a, const Key& b) {
+            if (a.head != b.head) {
+                return a.head < b.head;
+            }
+            const int difference =
+                all.substr(a.begin, a.end - a.begin).compare(all.substr(b.begin, b.end - b.begin));
+            return difference < 0 || (difference == 0 && a.name < b.name);
+        });
+    }
+
     static icu::StringPiece piece(std::string_view text) {
         return {text.data(), static_cast<std::int32_t>(text.size())};
     }
 
+    std::weak_ordering compareByCollator(std::string_view a, std::string_view b) const {
+        if (collator_ == nullptr) {
+            return a <=> b;
+        }
+        UErrorCode status = U_ZERO_ERROR;
+        return collator_->compareUTF8(piece(a), piece(b), status) <=> UCOL_EQUAL;
+    }
+
     /// Ranks the printable ASCII characters by asking the collator, unless the locale moves some of
-    /// them or treats a sequence of them (such as the Czech "ch") as one letter.
+    /// them, passes some over (Thai does so with blanks) or treats a sequence of them (such as the
+    /// Czech "ch") as one letter.
     void weighAscii() {
         UErrorCode status = U_ZERO_ERROR;
         const std::unique_ptr<icu::UnicodeSet> tailored(collator_->getTailoredSet(status));
@@ -95,6 +154,13 @@ class Collator::Rules {
             UErrorCode ignored = U_ZERO_ERROR;
             return collator_->compareUTF8({&a, 1}, {&b, 1}, ignored) == UCOL_LESS;
         };
+        const auto isPassedOver = [&](char c) {
+            UErrorCode ignored = U_ZERO_ERROR;
+            return collator_->compareUTF8({&c, 1}, "", ignored) == UCOL_EQUAL;
+        };
+        if (std::ranges::any_of(characters, isPassedOver)) {
+            return;
+        }
         std::ranges::stable_sort(characters, before);
         // Weight 0 is "not in the table"; steps of one leave room for 95 characters in a byte.
         std::uint8_t weight = 1;
@@ -104,69 +170,72 @@ class Collator::Rules {
             }
             weights_[static_cast<unsigned char>(characters[i])] = weight;
         }
-        ready_ = true;
     }
 
-    bool weighted(std::string_view text) const {
-        return ready_ && std::ranges::all_of(text, [&](char c) {
-                   return static_cast<unsigned char>(c) < weights_.size() &&
-                          weights_[static_cast<unsigned char>(c)] != 0;
-               });
-    }
-
-    /// A key whose bytes compare as the collator compares the texts. A run of digits becomes the
-    /// weight of "0", its length without leading zeros, and its digits.
-    std::string asciiKey(std::string_view text) const {
-        std::string key;
-        key.reserve(text.size() + 4);
+    /// Appends a key whose bytes compare as the collator compares the texts. A run of digits
+    /// becomes the weight of "0", its length without leading zeros, and its digits. Appends nothing
+    /// and returns false for a text with characters that the table does not know.
+    bool appendAsciiKey(std::string& key, std::string_view text) const {
+        const std::size_t begin = key.size();
         for (std::size_t i = 0; i < text.size();) {
-            if (!isDigit(text[i])) {
-                key.push_back(static_cast<char>(weights_[static_cast<unsigned char>(text[i])]));
-                ++i;
-                continue;
+            const auto c = static_cast<unsigned char>(text[i]);
+            if (c >= weights_.size() || weights_[c] == 0) {
+                key.resize(begin);
+                return false;
             }
-            while (i + 1 < text.size() && text[i] == '0' && isDigit(text[i + 1])) {
+            if (isDigit(text[i])) {
+                i = appendNumber(key, text, i);
+            } else {
+                key.push_back(static_cast<char>(weights_[c]));
                 ++i;
-            }
-            const std::size_t begin = i;
-            while (i < text.size() && isDigit(text[i])) {
-                ++i;
-            }
-            // ICU compares numbers of more than 254 digits piece by piece.
-            for (std::size_t from = begin; from < i; from += maxDigits) {
-                const std::size_t count = std::min(maxDigits, i - from);
-                key.push_back(static_cast<char>(weights_['0']));
-                key.push_back(static_cast<char>(count));
-                key.append(text.substr(from, count));
             }
         }
-        return key;
+        return true;
     }
 
-    std::string collationKey(std::string_view text) const {
+    /// Appends the key of the digits from `first` on; returns where they end. Numbers of more than
+    /// 254 digits are compared piece by piece, each without its leading zeros, as ICU does.
+    std::size_t appendNumber(std::string& key, std::string_view text, std::size_t first) const {
+        std::size_t end = first;
+        while (end < text.size() && isDigit(text[end])) {
+            ++end;
+        }
+        while (first < end) {
+            while (first + 1 < end && text[first] == '0') {
+                ++first;
+            }
+            const std::size_t count = std::min(maxDigits, end - first);
+            key.push_back(static_cast<char>(weights_['0']));
+            key.push_back(static_cast<char>(count));
+            key.append(text.substr(first, count));
+            first += count;
+        }
+        return end;
+    }
+
+    void appendCollationKey(std::string& key, std::string_view text) const {
         if (collator_ == nullptr) {
-            return std::string(text);
+            key.append(text);
+            return;
         }
         const icu::UnicodeString wide = icu::UnicodeString::fromUTF8(piece(text));
-        std::string key(std::max<std::size_t>(32, text.size() * 2), '\0');
-        auto fill = [&] {
-            return collator_->getSortKey(wide, reinterpret_cast<std::uint8_t*>(key.data()),
-                                         static_cast<std::int32_t>(key.size()));
-        };
-        const std::int32_t needed = fill();
-        const bool fits = static_cast<std::size_t>(needed) <= key.size();
-        key.resize(static_cast<std::size_t>(needed));
-        if (!fits) {
-            fill();
+        std::array<std::uint8_t, 256> small{};
+        const std::int32_t size =
+            collator_->getSortKey(wide, small.data(), static_cast<std::int32_t>(small.size()));
+        if (std::cmp_less_equal(size, small.size())) {
+            key.append(reinterpret_cast<const char*>(small.data()), static_cast<std::size_t>(size));
+            return;
         }
-        return key;
+        const std::size_t begin = key.size();
+        key.resize(begin + static_cast<std::size_t>(size));
+        collator_->getSortKey(wide, reinterpret_cast<std::uint8_t*>(key.data() + begin), size);
     }
 
     static constexpr std::size_t maxDigits = 254;
 
     std::unique_ptr<icu::Collator> collator_;
+    /// By character; 0 for those that have none, which are all when the table is not in use.
     std::array<std::uint8_t, 0x80> weights_{};
-    bool ready_ = false;
 };
 
 Collator::Collator(std::string_view locale) : rules_(std::make_shared<const Rules>(locale)) {}
@@ -181,14 +250,7 @@ std::weak_ordering Collator::compare(std::string_view a, std::string_view b) con
 }
 
 std::vector<std::size_t> Collator::sortedOrder(const std::vector<std::string>& names) const {
-    const std::vector<std::string> keys = rules_->keys(names);
-    std::vector<std::size_t> order(names.size());
-    std::iota(order.begin(), order.end(), std::size_t{0});
-    std::ranges::sort(order, [&](std::size_t a, std::size_t b) {
-        const int difference = keys[a].compare(keys[b]);
-        return difference < 0 || (difference == 0 && a < b);
-    });
-    return order;
+    return rules_->sortedOrder(names);
 }
 
 } // namespace vellory::Text

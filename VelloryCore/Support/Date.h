@@ -7,8 +7,8 @@
 
 namespace vellory {
 
-/// A moment on the system clock, held as seconds since 2001-01-01 00:00 UTC: the reference date that
-/// stored JSON counts from, so that a date that is read and written back keeps every bit.
+/// A moment on the system clock, held as seconds since 2001-01-01 00:00 UTC: the reference date
+/// that stored JSON counts from, so that a date that is read and written back keeps every bit.
 ///
 /// Values read from files may be anything a double can be; `isFinite` tells whether arithmetic on
 /// this one makes sense.

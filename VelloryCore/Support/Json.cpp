@@ -42,6 +42,38 @@ Extent survey(std::string_view text) {
     return extent;
 }
 
+/// Passes the parser's events on.
+class VisitorEvents final : public nlohmann::json_sax<Value> {
+  public:
+    explicit VisitorEvents(DocumentVisitor& visitor) : visitor_(visitor) {}
+
+    bool isMalformed() const { return isMalformed_; }
+
+    bool null() override { return visitor_.other(); }
+    bool boolean(bool /*value*/) override { return visitor_.other(); }
+    bool number_integer(number_integer_t /*value*/) override { return visitor_.other(); }
+    bool number_unsigned(number_unsigned_t /*value*/) override { return visitor_.other(); }
+    bool number_float(number_float_t /*value*/, const string_t& /*text*/) override {
+        return visitor_.other();
+    }
+    bool string(string_t& value) override { return visitor_.text(value); }
+    bool binary(binary_t& /*value*/) override { return visitor_.other(); }
+    bool start_object(std::size_t /*count*/) override { return visitor_.beginDictionary(); }
+    bool key(string_t& name) override { return visitor_.key(name); }
+    bool end_object() override { return visitor_.endDictionary(); }
+    bool start_array(std::size_t /*count*/) override { return visitor_.beginList(); }
+    bool end_array() override { return visitor_.endList(); }
+    bool parse_error(std::size_t /*position*/, const std::string& /*token*/,
+                     const nlohmann::detail::exception& /*error*/) override {
+        isMalformed_ = true;
+        return false;
+    }
+
+  private:
+    DocumentVisitor& visitor_;
+    bool isMalformed_ = false;
+};
+
 [[noreturn]] void mismatch(const char* wanted, const Value& value) {
     throw DecodingError(std::string("expected ") + wanted + ", found " + value.type_name());
 }
@@ -58,6 +90,14 @@ std::expected<Value, Error> parse(std::string_view text) {
         return std::unexpected(Error::syntax);
     }
     return document;
+}
+
+VisitResult visit(std::string_view text, DocumentVisitor& visitor) {
+    VisitorEvents events(visitor);
+    if (Value::sax_parse(text.begin(), text.end(), &events)) {
+        return VisitResult::complete;
+    }
+    return events.isMalformed() ? VisitResult::malformed : VisitResult::stopped;
 }
 
 std::string dump(const Value& value, Style style) {

@@ -16,6 +16,7 @@
 #include <nlohmann/json.hpp>
 
 #include "Support/Date.h"
+#include "Support/DocumentVisitor.h"
 #include "Support/Uuid.h"
 
 /// JSON as the stores use it. Objects are written with sorted keys; required keys and value types
@@ -54,6 +55,9 @@ class DecodingError : public std::runtime_error {
 /// The document that `text` spells.
 std::expected<Value, Error> parse(std::string_view text);
 
+/// Tells `visitor` what `text` holds, at any depth, without building a tree of it.
+VisitResult visit(std::string_view text, DocumentVisitor& visitor);
+
 /// The text of `value`, with bytes that are not UTF-8 replaced by U+FFFD.
 std::string dump(const Value& value, Style style = Style::pretty);
 
@@ -67,13 +71,27 @@ void fromJson(const Value& value, Uuid& out);
 /// Seconds since 2001-01-01 00:00 UTC.
 void fromJson(const Value& value, Date& out);
 
-inline void toJson(Value& value, bool in) { value = in; }
-inline void toJson(Value& value, int in) { value = in; }
-inline void toJson(Value& value, std::int64_t in) { value = in; }
-inline void toJson(Value& value, double in) { value = in; }
-inline void toJson(Value& value, const std::string& in) { value = in; }
-inline void toJson(Value& value, const Uuid& in) { value = in.string(); }
-inline void toJson(Value& value, const Date& in) { value = in.secondsSince2001; }
+inline void toJson(Value& value, bool in) {
+    value = in;
+}
+inline void toJson(Value& value, int in) {
+    value = in;
+}
+inline void toJson(Value& value, std::int64_t in) {
+    value = in;
+}
+inline void toJson(Value& value, double in) {
+    value = in;
+}
+inline void toJson(Value& value, const std::string& in) {
+    value = in;
+}
+inline void toJson(Value& value, const Uuid& in) {
+    value = in.string();
+}
+inline void toJson(Value& value, const Date& in) {
+    value = in.secondsSince2001;
+}
 
 template <class T>
 void fromJson(const Value& value, std::vector<T>& out);

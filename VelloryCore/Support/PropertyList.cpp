@@ -2,308 +2,10 @@
 #include "Support/PropertyList.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <limits>
-#include <memory>
-#include <optional>
 
-#include <plist/plist.h>
+#include "Support/PropertyListReaders.h"
 
 namespace vellory::PropertyList {
-
-namespace {
-
-constexpr std::string_view binaryMagic = "bplist00";
-
-// ---------------------------------------------------------------------------------------------
-// What libplist is given has been measured before, because it builds the tree by recursion and
-// expands shared values: the forms are surveyed here, without building anything.
-
-/// Surveys the object table of a binary property list: the nesting and the expanded number of values
-/// of the top object, or nothing for a table that is damaged or refers to itself.
-class BinarySurvey {
-  public:
-    struct Size {
-        std::size_t depth = 0;
-        std::size_t values = 0;
-    };
-
-    explicit BinarySurvey(std::string_view bytes) : bytes_(bytes) {}
-
-    std::optional<Size> measure() {
-        constexpr std::size_t trailerSize = 32;
-        if (bytes_.size() < binaryMagic.size() + trailerSize) {
-            return std::nullopt;
-        }
-        const std::size_t trailer = bytes_.size() - trailerSize;
-        offsetSize_ = static_cast<unsigned char>(bytes_[trailer + 6]);
-        referenceSize_ = static_cast<unsigned char>(bytes_[trailer + 7]);
-        const std::uint64_t count = number(trailer + 8, 8);
-        const std::uint64_t top = number(trailer + 16, 8);
-        const std::uint64_t table = number(trailer + 24, 8);
-        const bool sizesFit = offsetSize_ >= 1 && offsetSize_ <= 8 && referenceSize_ >= 1 &&
-                              referenceSize_ <= 8;
-        if (!sizesFit || table > trailer || count > (trailer - table) / offsetSize_ ||
-            top >= count) {
-            return std::nullopt;
-        }
-        table_ = static_cast<std::size_t>(table);
-        end_ = trailer;
-        sizes_.resize(static_cast<std::size_t>(count));
-        states_.resize(static_cast<std::size_t>(count), State::untouched);
-        return walk(static_cast<std::size_t>(top));
-    }
-
-  private:
-    enum class State : unsigned char { untouched, open, done };
-
-    struct Children {
-        std::size_t first = 0; ///< offset of the first reference
-        std::size_t count = 0;
-    };
-
-    struct Frame {
-        std::size_t object = 0;
-        Children children;
-        std::size_t next = 0;
-    };
-
-    std::uint64_t number(std::size_t offset, std::size_t size) const {
-        std::uint64_t value = 0;
-        for (std::size_t i = 0; i < size; ++i) {
-            value = value << 8U | static_cast<unsigned char>(bytes_[offset + i]);
-        }
-        return value;
-    }
-
-    /// The references that an object holds; none for a plain value.
-    std::optional<Children> children(std::size_t object) const {
-        const std::uint64_t start = number(table_ + object * offsetSize_, offsetSize_);
-        if (start >= table_) {
-            return std::nullopt;
-        }
-        auto offset = static_cast<std::size_t>(start);
-        const auto marker = static_cast<unsigned char>(bytes_[offset++]);
-        const unsigned kind = marker >> 4U;
-        const bool isDictionary = kind == 0xD;
-        if (kind != 0xA && kind != 0xC && !isDictionary) {
-            return Children{};
-        }
-        std::uint64_t count = marker & 0x0FU;
-        if (count == 0x0F) {
-            if (offset >= end_) {
-                return std::nullopt;
-            }
-            const auto lengthMarker = static_cast<unsigned char>(bytes_[offset++]);
-            const std::size_t lengthSize = std::size_t{1} << (lengthMarker & 0x0FU);
-            if (lengthMarker >> 4U != 1 || lengthSize > 8 || offset + lengthSize > end_) {
-                return std::nullopt;
-            }
-            count = number(offset, lengthSize);
-            offset += lengthSize;
-        }
-        if (count > end_) {
-            return std::nullopt;
-        }
-        count *= isDictionary ? 2 : 1;
-        if (count > (end_ - offset) / referenceSize_) {
-            return std::nullopt;
-        }
-        return Children{offset, static_cast<std::size_t>(count)};
-    }
-
-    std::optional<Size> walk(std::size_t top) {
-        std::vector<Frame> open;
-        const auto enter = [&](std::size_t object) {
-            const auto found = children(object);
-            if (!found) {
-                return false;
-            }
-            states_[object] = State::open;
-            sizes_[object] = {1, 1};
-            open.push_back({object, *found, 0});
-            return true;
-        };
-        if (!enter(top)) {
-            return std::nullopt;
-        }
-        while (true) {
-            Frame& frame = open.back();
-            if (frame.next == frame.children.count) {
-                const std::size_t object = frame.object;
-                states_[object] = State::done;
-                open.pop_back();
-                if (open.empty()) {
-                    return sizes_[top];
-                }
-                add(open.back().object, object);
-                continue;
-            }
-            const std::size_t reference =
-                frame.children.first + frame.next++ * referenceSize_;
-            const std::uint64_t child = number(reference, referenceSize_);
-            if (child >= states_.size()) {
-                return std::nullopt;
-            }
-            const auto index = static_cast<std::size_t>(child);
-            if (states_[index] == State::open) {
-                return std::nullopt; // a cycle
-            }
-            if (states_[index] == State::done) {
-                add(frame.object, index);
-            } else if (!enter(index)) {
-                return std::nullopt;
-            }
-        }
-    }
-
-    void add(std::size_t parent, std::size_t child) {
-        constexpr std::size_t most = std::numeric_limits<std::size_t>::max() / 4;
-        sizes_[parent].depth = std::max(sizes_[parent].depth, sizes_[child].depth + 1);
-        sizes_[parent].values = std::min(most, sizes_[parent].values + sizes_[child].values);
-    }
-
-    std::string_view bytes_;
-    std::size_t offsetSize_ = 0;
-    std::size_t referenceSize_ = 0;
-    std::size_t table_ = 0;
-    std::size_t end_ = 0;
-    std::vector<Size> sizes_;
-    std::vector<State> states_;
-};
-
-/// How deep the elements of an XML property list nest at most, and how many there are, counted from
-/// its tags. Text inside comments counts as well: too high an answer only refuses odd files.
-struct XmlSize {
-    std::size_t depth = 0;
-    std::size_t elements = 0;
-};
-
-XmlSize surveyXml(std::string_view text) {
-    XmlSize size;
-    std::size_t open = 0;
-    for (std::size_t i = text.find('<'); i != std::string_view::npos; i = text.find('<', i + 1)) {
-        const char next = i + 1 < text.size() ? text[i + 1] : '\0';
-        if (next == '/') {
-            open -= open > 0 ? 1 : 0;
-            continue;
-        }
-        if (next == '!' || next == '?') {
-            continue;
-        }
-        ++size.elements;
-        const std::size_t close = text.find('>', i);
-        const bool isEmpty =
-            close != std::string_view::npos && close > i && text[close - 1] == '/';
-        if (!isEmpty) {
-            size.depth = std::max(size.depth, ++open);
-        }
-        if (close == std::string_view::npos) {
-            break;
-        }
-        i = close;
-    }
-    return size;
-}
-
-// ---------------------------------------------------------------------------------------------
-
-struct PlistDeleter {
-    void operator()(void* node) const { plist_free(node); }
-};
-using PlistPointer = std::unique_ptr<void, PlistDeleter>;
-
-struct MemoryDeleter {
-    void operator()(void* memory) const { std::free(memory); }
-};
-
-std::string takeString(char* text, std::size_t length) {
-    const std::unique_ptr<char, MemoryDeleter> owned(text);
-    return text == nullptr ? std::string() : std::string(text, length);
-}
-
-std::string textOf(plist_t node) {
-    char* text = nullptr;
-    plist_get_string_val(node, &text);
-    return takeString(text, text == nullptr ? 0 : std::string_view(text).size());
-}
-
-/// Recursion is bounded: the depth has been measured.
-Value convert(plist_t node) {
-    switch (plist_get_node_type(node)) {
-    case PLIST_BOOLEAN: {
-        std::uint8_t flag = 0;
-        plist_get_bool_val(node, &flag);
-        return {flag != 0};
-    }
-    case PLIST_UINT: {
-        std::uint64_t number = 0;
-        plist_get_uint_val(node, &number);
-        return {static_cast<std::int64_t>(number)};
-    }
-    case PLIST_REAL: {
-        double number = 0;
-        plist_get_real_val(node, &number);
-        return {number};
-    }
-    case PLIST_STRING:
-        return {textOf(node)};
-    case PLIST_DATE: {
-        std::int32_t seconds = 0;
-        std::int32_t microseconds = 0;
-        plist_get_date_val(node, &seconds, &microseconds);
-        return {Date::since2001(seconds + microseconds / 1e6)};
-    }
-    case PLIST_DATA: {
-        char* bytes = nullptr;
-        std::uint64_t length = 0;
-        plist_get_data_val(node, &bytes, &length);
-        return {Data{takeString(bytes, static_cast<std::size_t>(length))}};
-    }
-    case PLIST_UID: {
-        std::uint64_t index = 0;
-        plist_get_uid_val(node, &index);
-        return {Uid{index}};
-    }
-    case PLIST_ARRAY: {
-        Array out;
-        const std::uint32_t count = plist_array_get_size(node);
-        out.reserve(count);
-        plist_array_iter iterator = nullptr;
-        plist_array_new_iter(node, &iterator);
-        const std::unique_ptr<void, MemoryDeleter> owned(iterator);
-        for (std::uint32_t i = 0; i < count; ++i) {
-            plist_t item = nullptr;
-            plist_array_next_item(node, iterator, &item);
-            out.push_back(convert(item));
-        }
-        return {std::move(out)};
-    }
-    case PLIST_DICT: {
-        Dictionary out;
-        plist_dict_iter iterator = nullptr;
-        plist_dict_new_iter(node, &iterator);
-        const std::unique_ptr<void, MemoryDeleter> owned(iterator);
-        while (true) {
-            char* key = nullptr;
-            plist_t item = nullptr;
-            plist_dict_next_item(node, iterator, &key, &item);
-            if (key == nullptr) {
-                break;
-            }
-            const std::string name = takeString(key, std::string_view(key).size());
-            if (item != nullptr) {
-                out.insert_or_assign(name, convert(item));
-            }
-        }
-        return {std::move(out)};
-    }
-    default:
-        return {std::string()};
-    }
-}
-
-} // namespace
 
 const Value* Value::find(std::string_view key) const {
     const Dictionary* members = dictionary();
@@ -315,32 +17,32 @@ const Value* Value::find(std::string_view key) const {
 }
 
 std::expected<Value, Error> parse(std::string_view bytes, const Limits& limits) {
-    if (bytes.size() > std::min<std::size_t>(limits.bytes, std::numeric_limits<std::int32_t>::max())) {
+    if (bytes.size() > limits.bytes) {
         return std::unexpected(Error::tooLarge);
     }
-    const auto length = static_cast<std::uint32_t>(bytes.size());
-    plist_t root = nullptr;
-    if (bytes.starts_with(binaryMagic)) {
-        const auto size = BinarySurvey(bytes).measure();
-        if (!size) {
-            return std::unexpected(Error::malformed);
-        }
-        if (size->depth > limits.depth || size->values > limits.values) {
-            return std::unexpected(Error::tooLarge);
-        }
-        plist_from_bin(bytes.data(), length, &root);
-    } else {
-        const XmlSize size = surveyXml(bytes);
-        if (size.depth > limits.depth || size.elements > limits.values) {
-            return std::unexpected(Error::tooLarge);
-        }
-        plist_from_xml(bytes.data(), length, &root);
+    return bytes.starts_with(binaryMagic) ? parseBinary(bytes, limits) : parseXml(bytes, limits);
+}
+
+// Recursion is bounded by the depth that `parse` lets through.
+bool visit(const Value& value, DocumentVisitor& visitor) {
+    if (const auto* text = value.string()) {
+        return visitor.text(*text);
     }
-    if (root == nullptr) {
-        return std::unexpected(Error::malformed);
+    if (const auto* list = value.array()) {
+        return visitor.beginList() &&
+               std::ranges::all_of(*list, [&](const Value& v) { return visit(v, visitor); }) &&
+               visitor.endList();
     }
-    const PlistPointer owned(root);
-    return convert(root);
+    if (const auto* members = value.dictionary()) {
+        return visitor.beginDictionary() &&
+               std::ranges::all_of(*members,
+                                   [&](const auto& member) {
+                                       return visitor.key(member.first) &&
+                                              visit(member.second, visitor);
+                                   }) &&
+               visitor.endDictionary();
+    }
+    return visitor.other();
 }
 
 } // namespace vellory::PropertyList

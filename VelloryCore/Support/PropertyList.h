@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "Support/Date.h"
+#include "Support/DocumentVisitor.h"
 
 /// Property lists, the format of bundle information files, preferences and keyed archives, in their
 /// XML and binary forms. Reading is bounded before anything is built: by nesting, by the number of
@@ -54,11 +55,13 @@ struct Value {
 };
 
 enum class Error {
-    malformed, ///< neither an XML nor a binary property list
+    malformed, ///< neither an XML nor a binary property list, or one that is damaged
     tooLarge   ///< past one of the limits
 };
 
 struct Limits {
+    /// Of the file; and of the tree's texts and data once shared ones are counted wherever they
+    /// occur.
     std::size_t bytes = 64U * 1024U * 1024U;
     /// Containers within containers.
     std::size_t depth = 256;
@@ -66,6 +69,10 @@ struct Limits {
     std::size_t values = 2'000'000;
 };
 
+/// All texts are well-formed UTF-8. Whole numbers past 2^63 wrap around to negative ones.
 std::expected<Value, Error> parse(std::string_view bytes, const Limits& limits = {});
+
+/// Tells `visitor` what a value holds. False when it stopped.
+bool visit(const Value& value, DocumentVisitor& visitor);
 
 } // namespace vellory::PropertyList

@@ -24,10 +24,6 @@ bool isAscii(std::string_view text) {
     return std::ranges::none_of(text, [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
 }
 
-constexpr bool isAsciiSpace(char c) {
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
 constexpr char asciiLower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
 }
@@ -104,17 +100,49 @@ std::string normalizedByUnicode(std::string_view text) {
     return std::string(trimmed(out));
 }
 
+/// Whether code points of this kind never join a neighbour of such a kind. Carriage returns, marks,
+/// joiners, the letters of Korean syllables and flags are of other kinds.
+bool standsAlone(UChar32 c) {
+    switch (u_getIntPropertyValue(c, UCHAR_GRAPHEME_CLUSTER_BREAK)) {
+    case U_GCB_OTHER:
+    case U_GCB_CONTROL:
+    case U_GCB_LF:
+    case U_GCB_LV:
+    case U_GCB_LVT:
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// Calls `visit(begin, end)` with the byte range of each grapheme cluster until it returns false, if
+/// every code point of `text` is one; else calls nothing and returns false.
+template <class Visit>
+bool eachLoneCodePoint(std::string_view text, Visit visit) {
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    const auto size = static_cast<std::int32_t>(text.size());
+    for (std::int32_t i = 0; i < size;) {
+        UChar32 c = 0;
+        U8_NEXT_OR_FFFD(bytes, i, size, c);
+        if (c == '\r' || (c >= 0x300 && !standsAlone(c))) {
+            return false;
+        }
+    }
+    for (std::int32_t i = 0; i < size;) {
+        const std::int32_t begin = i;
+        UChar32 c = 0;
+        U8_NEXT_OR_FFFD(bytes, i, size, c);
+        if (!visit(static_cast<std::size_t>(begin), static_cast<std::size_t>(i))) {
+            break;
+        }
+    }
+    return true;
+}
+
 /// Calls `visit(begin, end)` with the byte range of each grapheme cluster until it returns false.
 template <class Visit>
 void eachGrapheme(std::string_view text, Visit visit) {
-    if (isAscii(text)) {
-        for (std::size_t i = 0; i < text.size();) {
-            const std::size_t size = text.substr(i, 2) == "\r\n" ? 2 : 1;
-            if (!visit(i, i + size)) {
-                return;
-            }
-            i += size;
-        }
+    if (eachLoneCodePoint(text, visit)) {
         return;
     }
     UErrorCode status = U_ZERO_ERROR;

@@ -61,8 +61,8 @@ std::string repairedUtf8(std::string_view text);
 /// Every occurrence of `what` in `text` replaced by `with`.
 std::string replacingAll(std::string_view text, std::string_view what, std::string_view with);
 
-/// The order in which a desktop lists names in a locale: letter case does not count, accents do, and
-/// runs of digits compare as numbers, so that "App 2" stands before "app 10".
+/// The order in which a desktop lists names in a locale: letter case does not count, accents do,
+/// and runs of digits compare as numbers, so that "App 2" stands before "app 10".
 class Collator {
   public:
     /// The order of a locale such as "en_US" or "sv". An unknown locale gets the root order.

@@ -16,8 +16,7 @@ namespace vellory {
 class UserDefaults {
   public:
     /// Binary data (an encoded record) is held as a string.
-    using Value =
-        std::variant<bool, std::int64_t, double, std::string, std::vector<std::string>>;
+    using Value = std::variant<bool, std::int64_t, double, std::string, std::vector<std::string>>;
 
     virtual ~UserDefaults() = default;
 

@@ -26,10 +26,10 @@ struct WorkspaceSession {
 
     /// How a session is undone.
     struct ClosePlan {
-        std::vector<BundleID> quit;
-        std::vector<BundleID> hide;
-        std::vector<BundleID> unhide;
-        std::vector<BundleID> reopen;
+        std::vector<BundleID> quit{};
+        std::vector<BundleID> hide{};
+        std::vector<BundleID> unhide{};
+        std::vector<BundleID> reopen{};
 
         /// What happens to each of `running`, in their order: at most one change for each, quitting
         /// before hiding before showing, and nothing to the apps in `keep`.
@@ -41,12 +41,12 @@ struct WorkspaceSession {
         friend bool operator==(const ClosePlan&, const ClosePlan&) = default;
     };
 
-    Uuid workspace;
-    Date started;
-    std::optional<Date> ends;       ///< the end of a focus session; none when open-ended
-    std::vector<BundleID> launched; ///< the workspace's apps that were not running, in item order
-    std::vector<BundleID> hidden;   ///< apps that it hid and that were not hidden before
-    std::vector<BundleID> quit;     ///< apps that it quit
+    Uuid workspace{};
+    Date started{};
+    std::optional<Date> ends{};       ///< the end of a focus session; none when open-ended
+    std::vector<BundleID> launched{}; ///< the workspace's apps that were not running, in item order
+    std::vector<BundleID> hidden{};   ///< apps that it hid and that were not hidden before
+    std::vector<BundleID> quit{};     ///< apps that it quit
 
     /// What opening `workspace` at `now` will change: with `minutes` for a focus session.
     static WorkspaceSession begin(const Workspace& workspace, const std::vector<BundleID>& running,

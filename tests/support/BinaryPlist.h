@@ -10,8 +10,8 @@
 
 namespace vellory::test {
 
-/// Writes binary property lists object by object, also such as no honest program writes: with values
-/// that are shared, that hold themselves, or that are not there.
+/// Writes binary property lists object by object, also such as no honest program writes: with
+/// values that are shared, that hold themselves, or that are not there.
 class BinaryPlist {
   public:
     using Index = std::uint32_t;

@@ -32,8 +32,8 @@ inline bool becomeNobody() {
            (::setgroups(0, nullptr) == 0 && ::setgid(nobody) == 0 && ::setuid(nobody) == 0);
 }
 
-/// Makes every file end after `bytes`, the way a full disk does: writing more fails. To be called in
-/// a child.
+/// Makes every file end after `bytes`, the way a full disk does: writing more fails. To be called
+/// in a child.
 inline bool limitFileSize(rlim_t bytes) {
     std::signal(SIGXFSZ, SIG_IGN);
     const rlimit limit{bytes, bytes};

@@ -111,7 +111,7 @@ void LauncherViewModel::clearQuery() {
 
 int LauncherViewModel::pageAfterDrag(qreal offset, qreal velocity, qreal width) const {
     const double direction = state_.rightToLeft() ? -1 : 1;
-    return GridMotion::pageTarget(state_.page(), direction * offset, direction * velocity, width,
+    return GridMotion::pageTarget(state_.page(), {direction * offset, direction * velocity}, width,
                                   state_.pageCount());
 }
 

@@ -8,7 +8,6 @@
 #include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QQuickItem>
-#include <QThread>
 
 #include "Support/AtomicFile.h"
 #include "model/AppModel.h"
@@ -63,6 +62,10 @@ std::expected<void, std::string> arrange(const QString& view, AppModel& model,
 
 } // namespace
 
+bool isSettled(const QQuickItem& root) {
+    return !root.property("moving").toBool() && !isLoading(root);
+}
+
 std::expected<void, std::string> takeScreenshot(LauncherController& controller, AppModel& model,
                                                 LauncherState& state, const QString& view,
                                                 QSize size, const std::filesystem::path& file) {
@@ -76,10 +79,9 @@ std::expected<void, std::string> takeScreenshot(LauncherController& controller, 
     }
     // Twice: the first frame is what asks for the pictures.
     window.grabWindow();
-    if (!waitFor([&] { return !isLoading(*window.rootObject()); })) {
+    if (!waitFor([&] { return isSettled(*window.rootObject()); })) {
         return std::unexpected("Some pictures did not arrive in time.");
     }
-    waitFor([&] { return !window.rootObject()->property("moving").toBool(); });
     const QImage image = window.grabWindow();
     QByteArray png;
     QBuffer buffer(&png);

@@ -8,11 +8,16 @@
 #include <QSize>
 #include <QString>
 
+class QQuickItem;
+
 namespace vellory {
 
 class AppModel;
 class LauncherController;
 class LauncherState;
+
+/// Whether every picture that the scene shows has arrived and nothing moves any more.
+bool isSettled(const QQuickItem& root);
 
 /// Renders the view named `view` at `size` into a PNG file, once its icons have arrived. The error is
 /// a sentence for the user.

@@ -284,7 +284,7 @@ void TileGrid::place(Entry& entry, bool animated) {
     const int slot = entry.index % perPage();
     const int column = slot % columns_;
     const double delay = GridMotion::rippleDelay(
-        mirrored_ ? columns_ - 1 - column : column, slot / columns_, columns_, rows_,
+        {mirrored_ ? columns_ - 1 - column : column, slot / columns_, columns_, rows_},
         {rippleOrigin_.x(), rippleOrigin_.y()}, 1.0);
     entry.item->setProperty("rippleDelay", delay);
     entry.item->setProperty("index", entry.index);

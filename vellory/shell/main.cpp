@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <cstdio>
-#include <unistd.h>
 
-#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QIcon>
+#include <QQuickItem>
 #include <QQuickWindow>
+#include <QTimer>
 
 #include "model/AppModel.h"
 #include "model/LauncherState.h"
@@ -61,6 +61,24 @@ class QtArguments {
     std::vector<char*> pointers_;
     int count_ = 0;
 };
+
+/// Says how many apps the grid shows with its first frame, and "settled" once nothing changes any
+/// more: for scripts that take pictures or measure.
+void reportTo(QTimer& settling, LauncherController& controller, const AppModel& model) {
+    constexpr int pollMilliseconds = 50;
+    QObject::connect(&controller, &LauncherController::shown, &settling, [&] {
+        std::printf("%zu apps\n", model.apps().size());
+        std::fflush(stdout);
+        settling.start(pollMilliseconds);
+    });
+    QObject::connect(&settling, &QTimer::timeout, &controller, [&] {
+        if (isSettled(*controller.window().rootObject())) {
+            settling.stop();
+            std::puts("settled");
+            std::fflush(stdout);
+        }
+    });
+}
 
 int run(const CommandLine& options, const char* program) {
     const LinuxPlatform::Start start = LinuxPlatform::begin(options.apps);
@@ -140,11 +158,9 @@ int run(const CommandLine& options, const char* program) {
     if (!options.support) {
         instance.listen();
     }
+    QTimer settling;
     if (options.report) {
-        QObject::connect(&controller, &LauncherController::shown, [&] {
-            std::printf("%d apps\n", static_cast<int>(model.apps().size()));
-            std::fflush(stdout);
-        });
+        reportTo(settling, controller, model);
     }
     model.start();
     if (options.show == CommandLine::Show::grid) {

@@ -81,8 +81,7 @@ TEST_F(AppDiscoveryTest, TheFirstCopyOfAnAppWins) {
     folder.put("home/Mail.app/Contents/Info.plist", xml(text("CFBundleIdentifier", "mail")));
     folder.put("home/Chess.app/Contents/Info.plist", xml(text("CFBundleIdentifier", "chess")));
     const fs::path home = folder.path() / "home";
-    const auto apps =
-        AppDiscovery::scan({folder.path() / "none", root, home, root}, english);
+    const auto apps = AppDiscovery::scan({folder.path() / "none", root, home, root}, english);
     EXPECT_THAT(apps, ElementsAre(InstalledApp{"chess", "Chess", fs::canonical(home) / "Chess.app"},
                                   InstalledApp{"mail", "Mail", fs::canonical(root) / "Mail.app"}));
 }
@@ -156,13 +155,14 @@ TEST_F(AppDiscoveryTest, ARootThatCannotBeListedContributesNothing) {
     fs::permissions(root / "Closed", fs::perms::none);
     folder.put("file", "");
     EXPECT_EQ(inChild([&] {
-        if (!becomeNobody()) {
-            return 1;
-        }
-        const auto apps =
-            AppDiscovery::scan({root / "Closed", folder.path() / "file", "", root}, english);
-        return apps.size() == 1 && apps[0].name == "Good" ? 0 : 2;
-    }), 0);
+                  if (!becomeNobody()) {
+                      return 1;
+                  }
+                  const auto apps = AppDiscovery::scan(
+                      {root / "Closed", folder.path() / "file", "", root}, english);
+                  return apps.size() == 1 && apps[0].name == "Good" ? 0 : 2;
+              }),
+              0);
     fs::permissions(root / "Closed", fs::perms::owner_all);
 }
 
@@ -178,8 +178,7 @@ TEST_F(AppDiscoveryTest, ABundleGoesByItsLocalizedNameUntilItsFileIsRenamed) {
     localize("Calculator.app", "pt_BR", "Calculadora");
     bundle("My Notes.app", "notes", text("CFBundleDisplayName", "Notes"));
     localize("My Notes.app", "de", "Notizen");
-    bundle("Maps.app", "maps",
-           text("CFBundleDisplayName", "Maps") + text("CFBundleName", "Other"));
+    bundle("Maps.app", "maps", text("CFBundleDisplayName", "Maps") + text("CFBundleName", "Other"));
     folder.put("Applications/Maps.app/Contents/Resources/InfoPlist.loctable",
                xml("<key>de</key><dict>" + text("CFBundleName", "Karten") + "</dict>"));
 

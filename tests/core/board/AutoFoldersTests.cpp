@@ -42,8 +42,12 @@ TEST(AutoFolders, ACategoryHasOneFolderTitleOrNone) {
 
 TEST(AutoFolders, GroupsAppsByTitleAndLeavesSmallGroupsLoose) {
     const std::map<BundleID, std::string> categories{
-        {"xcode", "developer-tools"}, {"vim", "developer-tools"}, {"term", "developer-tools"},
-        {"chess", "board-games"},     {"go", "games"},            {"photo", "photography"},
+        {"xcode", "developer-tools"},
+        {"vim", "developer-tools"},
+        {"term", "developer-tools"},
+        {"chess", "board-games"},
+        {"go", "games"},
+        {"photo", "photography"},
     };
     const auto category = [&](const InstalledApp& app) -> std::optional<std::string> {
         const auto found = categories.find(app.bundleID);
@@ -64,9 +68,9 @@ TEST(AutoFolders, GroupsAppsByTitleAndLeavesSmallGroupsLoose) {
     const auto made = [&](std::size_t minimum) {
         return AutoFolders::boardFor(apps, minimum, category, english, counting(1));
     };
-    EXPECT_EQ(made(2), board({folder(1, "Developer", {"vim", "xcode"}),
-                              folder(2, "Games", {"chess", "go"}),
-                              folder(3, "Utilities", {"disk", "term"}), app("odd"), app("photo")}));
+    EXPECT_EQ(made(2),
+              board({folder(1, "Developer", {"vim", "xcode"}), folder(2, "Games", {"chess", "go"}),
+                     folder(3, "Utilities", {"disk", "term"}), app("odd"), app("photo")}));
     EXPECT_EQ(drawn(made(1)), "[Creative: photo] [Developer: vim xcode] [Games: chess go] "
                               "[Utilities: disk term] odd");
     EXPECT_EQ(drawn(made(3)), "chess disk go odd photo term vim xcode");

@@ -136,9 +136,8 @@ TEST_F(BoardStoreTest, ChangesWithinOneMillisecondAreAllKeptInOrder) {
         ids.push_back(drawn(store.boardIn(entry).value()));
     }
     EXPECT_THAT(ids, ElementsAre("c", "b", "a"));
-    EXPECT_THAT(history(),
-                ElementsAre("1700000000123_Moved.json", "1700000000124_Moved.json",
-                            "1700000000125_Moved.json"));
+    EXPECT_THAT(history(), ElementsAre("1700000000123_Moved.json", "1700000000124_Moved.json",
+                                       "1700000000125_Moved.json"));
 }
 
 TEST_F(BoardStoreTest, HistoryNamesAreReadByTheirNumberAndStrangersPassedOver) {
@@ -195,16 +194,17 @@ TEST_F(BoardStoreTest, AFileThatMayNotBeReadIsKeptBeside) {
         fs::permissions(place, fs::perms::all);
     }
     ASSERT_EQ(inChild([&] {
-        // Only a file of one's own can be given a second name without reading it.
-        if (::geteuid() == 0 && ::chown(paths.layout().c_str(), 65534, 65534) != 0) {
-            return 1;
-        }
-        if (!becomeNobody() ||
-            store.read() != std::unexpected(BoardStore::ReadError::unreadable)) {
-            return 2;
-        }
-        return store.save(board({app("a")})) ? 0 : 3;
-    }), 0);
+                  // Only a file of one's own can be given a second name without reading it.
+                  if (::geteuid() == 0 && ::chown(paths.layout().c_str(), 65534, 65534) != 0) {
+                      return 1;
+                  }
+                  if (!becomeNobody() ||
+                      store.read() != std::unexpected(BoardStore::ReadError::unreadable)) {
+                      return 2;
+                  }
+                  return store.save(board({app("a")})) ? 0 : 3;
+              }),
+              0);
     fs::permissions(paths.support() / "layout.json.unreadable", fs::perms::owner_read);
     EXPECT_EQ(contentOf(paths.support() / "layout.json.unreadable"), "secret");
 }

@@ -91,7 +91,7 @@ TEST(Board, RemovingTheOnlyAppOfAFolderRemovesTheFolder) {
     EXPECT_TRUE(grid.remove("e"));
     EXPECT_TRUE(grid.remove("b"));
     EXPECT_FALSE(grid.remove("b"));
-    EXPECT_EQ(drawn(grid), "a [Work: c] d"); // one app is left: it stays a folder
+    EXPECT_EQ(drawn(grid), "a [Work: c] d");        // one app is left: it stays a folder
     EXPECT_TRUE(grid.remove(*grid.tiles[0].app())); // a name that the board itself lends
     EXPECT_EQ(drawn(grid), "[Work: c] d");
 }

@@ -131,8 +131,7 @@ std::optional<std::string> appStoreCategory(const std::vector<std::string>& cate
         return std::ranges::find(categories, category) != categories.end();
     };
     const auto row = std::ranges::find_if(rows, [&](const Row& candidate) {
-        return declares(candidate.category) &&
-               (candidate.with.empty() || declares(candidate.with));
+        return declares(candidate.category) && (candidate.with.empty() || declares(candidate.with));
     });
     if (row == rows.end()) {
         return std::nullopt;

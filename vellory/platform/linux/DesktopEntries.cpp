@@ -106,8 +106,8 @@ std::optional<DesktopEntry> read(const Found& found, GKeyFile* file,
         !DesktopEntryFile::flag(file, G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE)) {
         return std::nullopt;
     }
-    entry.name = DesktopEntryFile::localized(file, DesktopEntryFile::mainGroup,
-                                             G_KEY_FILE_DESKTOP_KEY_NAME);
+    entry.name =
+        DesktopEntryFile::localized(file, DesktopEntryFile::mainGroup, G_KEY_FILE_DESKTOP_KEY_NAME);
     if (entry.name.empty()) {
         entry.name = found.id;
     }

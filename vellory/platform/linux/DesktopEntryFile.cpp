@@ -55,8 +55,7 @@ std::string localized(GKeyFile* entry, const std::string& group, const char* key
 }
 
 std::string text(GKeyFile* entry, const std::string& group, const char* key) {
-    return glib::text(
-        glib::Chars(g_key_file_get_string(entry, group.c_str(), key, nullptr)).get());
+    return glib::text(glib::Chars(g_key_file_get_string(entry, group.c_str(), key, nullptr)).get());
 }
 
 bool flag(GKeyFile* entry, const char* key) {
@@ -64,8 +63,7 @@ bool flag(GKeyFile* entry, const char* key) {
 }
 
 std::vector<std::string> list(GKeyFile* entry, const char* key) {
-    const glib::Strings values(
-        g_key_file_get_string_list(entry, mainGroup, key, nullptr, nullptr));
+    const glib::Strings values(g_key_file_get_string_list(entry, mainGroup, key, nullptr, nullptr));
     std::vector<std::string> out;
     for (char** value = values.get(); value != nullptr && *value != nullptr; ++value) {
         out.emplace_back(*value);

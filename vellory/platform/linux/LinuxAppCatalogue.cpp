@@ -40,8 +40,7 @@ LinuxAppCatalogue::LinuxAppCatalogue(std::shared_ptr<DesktopEntries> entries,
                                      std::string_view sortLocale)
     : entries_(std::move(entries)), collator_(sortLocale) {}
 
-std::vector<fs::path>
-LinuxAppCatalogue::roots(const std::vector<fs::path>& extraFolders) const {
+std::vector<fs::path> LinuxAppCatalogue::roots(const std::vector<fs::path>& extraFolders) const {
     return entries_->roots(extraFolders);
 }
 
@@ -63,8 +62,7 @@ std::optional<std::string> LinuxAppCatalogue::category(const InstalledApp& app) 
     if (entry == nullptr) {
         return std::nullopt;
     }
-    return appStoreCategory(
-        DesktopEntryFile::list(entry.get(), G_KEY_FILE_DESKTOP_KEY_CATEGORIES));
+    return appStoreCategory(DesktopEntryFile::list(entry.get(), G_KEY_FILE_DESKTOP_KEY_CATEGORIES));
 }
 
 std::vector<AppAction> LinuxAppCatalogue::actions(const InstalledApp& app) const {

@@ -79,31 +79,15 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         anchors.verticalCenterOffset: (panel.origin.y + panel.origin.height / 2 - panel.height / 2) * (1 - growth.value)
         width: panel.launcher.folderColumns * cell + 6 * Theme.unit
-        height: title.height + Theme.unit + surface.height
+        height: surface.height
         scale: 0.16 + 0.84 * growth.value
         opacity: Math.min(1, growth.value * 1.6)
-
-        Text {
-            id: title
-            anchors { left: parent.left; right: parent.right; top: parent.top }
-            height: 6 * Theme.unit
-            horizontalAlignment: Text.AlignHCenter
-            verticalAlignment: Text.AlignVCenter
-            text: panel.shownTitle
-            textFormat: Text.PlainText
-            color: Theme.text
-            elide: Text.ElideMiddle
-            maximumLineCount: 1
-            font { pixelSize: Theme.titleSize; weight: Font.DemiBold }
-            Accessible.role: Accessible.Heading
-            Accessible.name: text
-        }
 
         Rectangle {
             id: surface
 
-            anchors { left: parent.left; right: parent.right; top: title.bottom; topMargin: Theme.unit }
-            height: card.shownRows * card.rowHeight + 4 * Theme.unit + (pageDots.visible ? 3 * Theme.unit : 0)
+            anchors { left: parent.left; right: parent.right; top: parent.top }
+            height: title.height + card.shownRows * card.rowHeight + 4 * Theme.unit + (pageDots.visible ? 3 * Theme.unit : 0)
             radius: Theme.folderPanelRadius
             color: Theme.panelFill
             border.width: 1
@@ -115,8 +99,24 @@ Item {
                 Accessible.ignored: true
             }
 
+            Text {
+                id: title
+                anchors { left: parent.left; right: parent.right; top: parent.top; margins: 2 * Theme.unit }
+                height: 6 * Theme.unit
+                horizontalAlignment: Text.AlignHCenter
+                verticalAlignment: Text.AlignVCenter
+                text: panel.shownTitle
+                textFormat: Text.PlainText
+                color: Theme.text
+                elide: Text.ElideMiddle
+                maximumLineCount: 1
+                font { pixelSize: Theme.titleSize; weight: Font.DemiBold }
+                Accessible.role: Accessible.Heading
+                Accessible.name: text
+            }
+
             Item {
-                anchors { left: parent.left; right: parent.right; top: parent.top; topMargin: 2 * Theme.unit }
+                anchors { left: parent.left; right: parent.right; top: title.bottom }
                 height: card.shownRows * card.rowHeight
                 clip: panel.launcher.folderPageCount > 1
 

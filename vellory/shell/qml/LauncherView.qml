@@ -9,6 +9,8 @@ FocusScope {
 
     required property Launcher launcher
 
+    // Drawn without graphics hardware: scaling the whole stage would cost more than it shows.
+    readonly property bool softwareDrawn: GraphicsInfo.api === GraphicsInfo.Software
     readonly property bool folderOpen: launcher.openFolder !== ""
     // Something on the screen is still on its way; pictures wait for it.
     readonly property bool moving: opening.running || pageSpring.running || folderPanel.moving
@@ -76,7 +78,7 @@ FocusScope {
 
         anchors.fill: parent
         opacity: view.folderOpen ? 0.35 : 1
-        scale: view.folderOpen && !Theme.reduceMotion ? 0.98 : 1
+        scale: view.folderOpen && !Theme.reduceMotion && !view.softwareDrawn ? 0.98 : 1
         Behavior on opacity { NumberAnimation { duration: Theme.makeRoom } }
         Behavior on scale { NumberAnimation { duration: Theme.makeRoom; easing.type: Easing.OutCubic } }
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-pragma ComponentBehavior: Bound
 import QtQuick
 import Vellory
 
 // One tile of a grid: an app's icon or a folder, its name below, and the marks of its state.
+// Components are not bound here: Qt 6.4 refuses to load a bound one from a delegate made in C++.
 Item {
     id: tile
 
@@ -33,7 +33,8 @@ Item {
     // Never wider than its cell, whatever the settings say.
     readonly property int side: Math.max(24, Math.min(iconSize, width - 2 * Theme.unit,
                                                       height - (showLabel ? 5 * Theme.unit : Theme.unit)))
-    readonly property int labelLines: height - side - Theme.labelGap >= 2 * labelMetrics.height + Theme.unit ? 2 : 1
+    // A second line hangs below the middled icon and first line: only where there is room for it.
+    readonly property int labelLines: (height - body.height) / 2 >= labelMetrics.height ? 2 : 1
     // 0 to 1: this tile's part of the opening, later the further it is from where it starts.
     readonly property real appearing: {
         const t = (openClock - rippleDelay * Theme.rippleSpread) / Theme.opening
@@ -65,10 +66,10 @@ Item {
     }
 
     Rectangle {
-        anchors.centerIn: face
-        anchors.verticalCenterOffset: tile.showLabel ? (face.height - body.height) / -2 : 0
-        width: Math.min(tile.width - 4, Math.max(tile.side, label.visible ? Math.min(label.contentWidth, label.width) : 0) + 3 * Theme.unit)
-        height: body.height + 2 * Theme.unit
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: body.y - Theme.unit
+        width: Math.min(tile.width - 4, Math.max(tile.side, label.visible ? label.contentWidth : 0) + 3 * Theme.unit)
+        height: body.height + 2 * Theme.unit + (label.lineCount > 1 ? labelMetrics.height : 0)
         radius: Theme.highlightRadius
         color: Theme.highlightFill
         border.width: 1
@@ -82,7 +83,8 @@ Item {
         anchors.horizontalCenter: parent.horizontalCenter
         y: Math.round((parent.height - height) / 2)
         width: parent.width
-        height: tile.side + (label.visible ? Theme.labelGap + labelMetrics.height * label.lineCount : 0)
+        // One line is counted whatever the name needs, so that the icons of a row stand level.
+        height: tile.side + (label.visible ? Theme.labelGap + labelMetrics.height : 0)
 
         Item {
             id: face

@@ -1,0 +1,254 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Support/PropertyList.h"
+
+#include <limits>
+#include <random>
+
+#include <gtest/gtest.h>
+
+#include "support/BinaryPlist.h"
+
+namespace vellory {
+namespace {
+
+using PropertyList::Error;
+using test::BinaryPlist;
+
+PropertyList::Value text(std::string_view value) {
+    return {std::string(value)};
+}
+
+std::string plist(const std::string& content) {
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?><!DOCTYPE plist PUBLIC \"-//x\" \"y\">"
+           "<plist version=\"1.0\">" +
+           content + "</plist>";
+}
+
+std::string repeated(std::string_view part, int times) {
+    std::string out;
+    for (int i = 0; i < times; ++i) {
+        out += part;
+    }
+    return out;
+}
+
+TEST(PropertyList, XmlValuesOfEveryKind) {
+    const auto parsed = PropertyList::parse(plist(
+        "<dict><key>b</key><true/><key>i</key><integer>-7</integer><key>r</key><real>1.5</real>"
+        "<key>s</key><string>a &amp; é</string><key>d</key><date>2001-01-01T00:01:00Z</date>"
+        "<key>x</key><data>AP8=</data><key>a</key><array><string/><false/></array></dict>"));
+    ASSERT_TRUE(parsed);
+    EXPECT_EQ(*parsed->find("b")->boolean(), true);
+    EXPECT_EQ(*parsed->find("i")->integer(), -7);
+    EXPECT_EQ(*parsed->find("r")->real(), 1.5);
+    EXPECT_EQ(*parsed->find("s"), text("a & é"));
+    EXPECT_EQ(*parsed->find("d")->date(), Date::since2001(60));
+    EXPECT_EQ(parsed->find("x")->data()->bytes, std::string("\0\xff", 2));
+    EXPECT_EQ(*parsed->find("a")->array(),
+              (PropertyList::Array{text(""), PropertyList::Value{false}}));
+    EXPECT_EQ(parsed->find("none"), nullptr);
+    EXPECT_EQ(parsed->find("s")->find("s"), nullptr);
+    EXPECT_EQ(parsed->find("s")->boolean(), nullptr);
+}
+
+TEST(PropertyList, BinaryValuesMayBeShared) {
+    BinaryPlist list;
+    const auto shared = list.addText("shared");
+    const auto key = list.addText("key");
+    const auto numbers = list.addArray({list.addInteger(7), list.addBoolean(true), shared});
+    const auto parsed =
+        PropertyList::parse(list.bytes(list.addDictionary({{key, numbers}, {shared, shared}})));
+    ASSERT_TRUE(parsed);
+    const auto& array = *parsed->find("key")->array();
+    ASSERT_EQ(array.size(), 3);
+    EXPECT_EQ(*array[0].integer(), 7);
+    EXPECT_EQ(*array[1].boolean(), true);
+    EXPECT_EQ(array[2], text("shared"));
+    EXPECT_EQ(*parsed->find("shared"), text("shared"));
+}
+
+TEST(PropertyList, NestingIsBoundedInBothForms) {
+    const auto xml = [](int depth, const char* open, const char* close) {
+        return plist(repeated(open, depth) + repeated(close, depth));
+    };
+    const auto binary = [](int depth, bool dictionaries) {
+        BinaryPlist list;
+        const auto key = list.addText("k");
+        auto inner = list.addArray({});
+        for (int i = 1; i < depth; ++i) {
+            inner = dictionaries ? list.addDictionary({{key, inner}}) : list.addArray({inner});
+        }
+        return list.bytes(inner);
+    };
+    EXPECT_TRUE(PropertyList::parse(xml(200, "<array>", "</array>")));
+    EXPECT_TRUE(PropertyList::parse(binary(200, false)));
+    EXPECT_TRUE(PropertyList::parse(binary(200, true)));
+    for (const std::string& deep :
+         {xml(100'000, "<array>", "</array>"), xml(100'000, "<dict><key>k</key>", "</dict>"),
+          xml(100'000, "<array><!-- </array> -->", ""), xml(100'000, "<array x='/>'>", ""),
+          "<plist>" + repeated("<array>", 100'000), binary(100'000, false),
+          binary(100'000, true)}) {
+        EXPECT_EQ(PropertyList::parse(deep), std::unexpected(Error::tooLarge)) << deep.size();
+    }
+}
+
+TEST(PropertyList, ClosingTagsInCommentsDoNotHideNesting) {
+    // To a counter that takes the commented tags for real, every one of these closes again.
+    for (const char* open : {"<array><!--</array>-->", "<array><![CDATA[</array>]]>",
+                             "<array><?x </array>?>", "<array><!-- /> </array>-->"}) {
+        const auto parsed = PropertyList::parse(plist(repeated(open, 100'000)));
+        EXPECT_FALSE(parsed.has_value()) << open;
+    }
+}
+
+TEST(PropertyList, ValuesThatHoldThemselvesAreRefused) {
+    BinaryPlist itself;
+    itself.addArray({0});
+    EXPECT_EQ(PropertyList::parse(itself.bytes(0)), std::unexpected(Error::malformed));
+
+    BinaryPlist each;
+    each.addArray({1});
+    each.addDictionary({{2, 0}});
+    each.addText("k");
+    EXPECT_EQ(PropertyList::parse(each.bytes(0)), std::unexpected(Error::malformed));
+
+    BinaryPlist asKey; // as the key of its own dictionary
+    asKey.addDictionary({{0, 1}});
+    asKey.addText("v");
+    EXPECT_EQ(PropertyList::parse(asKey.bytes(0)), std::unexpected(Error::malformed));
+}
+
+TEST(PropertyList, SharedValuesCountWhereverTheyOccur) {
+    BinaryPlist bomb; // 40 levels of ten names for the level below: 10^40 values
+    auto inner = bomb.addText("lol");
+    for (int i = 0; i < 40; ++i) {
+        inner = bomb.addArray(std::vector(10, inner));
+    }
+    EXPECT_EQ(PropertyList::parse(bomb.bytes(inner)), std::unexpected(Error::tooLarge));
+
+    // One large text under many names: the values are few, the bytes are not.
+    BinaryPlist heavy;
+    const auto large = heavy.addText(std::string(1'000'000, 'x'));
+    const auto top = heavy.addArray(std::vector(100'000, large));
+    EXPECT_EQ(PropertyList::parse(heavy.bytes(top)), std::unexpected(Error::tooLarge));
+}
+
+TEST(PropertyList, EntitiesAreNeitherExpandedNorFetched) {
+    for (const char* declared :
+         {"<!ENTITY a \"xxxxxxxx\">", "<!ENTITY a SYSTEM \"file:///etc/hostname\">",
+          "<!ENTITY % p \"x\"><!ENTITY a \"y\">"}) {
+        EXPECT_EQ(PropertyList::parse("<!DOCTYPE plist [" + std::string(declared) +
+                                      "]><plist version=\"1.0\"><string>&a;</string></plist>"),
+                  std::unexpected(Error::malformed))
+            << declared;
+    }
+}
+
+TEST(PropertyList, TextsAreUtf8AndMayHoldAnyCharacter) {
+    BinaryPlist list;
+    const auto nul = list.add(std::string("\x53"
+                                          "a\0b",
+                                          4));
+    const auto latin = list.add("\x52\xe9!"); // bytes that are no UTF-8 in a text of ASCII
+    const auto wide =
+        list.add(std::string("\x64\0\xe9\xd8\x3d\xdc\x4d\xd8\0", 9)); // é👍 and half of one
+    const auto parsed = PropertyList::parse(
+        list.bytes(list.addDictionary({{nul, nul}, {latin, latin}, {wide, wide}})));
+    ASSERT_TRUE(parsed);
+    for (const std::string& expected :
+         {std::string("a\0b", 3), std::string("\uFFFD!"), std::string("é👍\uFFFD")}) {
+        ASSERT_NE(parsed->find(expected), nullptr) << expected;
+        EXPECT_EQ(*parsed->find(expected), text(expected));
+    }
+    EXPECT_FALSE(PropertyList::parse(plist("<string>a&#0;</string>")));
+    EXPECT_FALSE(PropertyList::parse(plist("<string>\xe9!</string>")));
+}
+
+TEST(PropertyList, NumbersAndDatesInXmlAreReadStrictly) {
+    const std::pair<const char*, PropertyList::Value> values[] = {
+        {"<integer> +7\n</integer>", {std::int64_t{7}}},
+        {"<integer>0x1F</integer>", {std::int64_t{31}}},
+        {"<integer>-9223372036854775808</integer>", {std::numeric_limits<std::int64_t>::min()}},
+        {"<integer>18446744073709551615</integer>", {std::int64_t{-1}}},
+        {"<real>-1e3</real>", {-1000.0}},
+        {"<date>2024-02-29T23:59:59Z</date>", {Date::since1970(1'709'251'199)}},
+        {"<data>\n\tAP\n8=\n</data>", {PropertyList::Data{std::string("\0\xff", 2)}}},
+        {"<dict><key>CF$UID</key><integer>4</integer></dict>", {PropertyList::Uid{4}}},
+        {"<dict/>", {PropertyList::Dictionary{}}},
+    };
+    for (const auto& [element, value] : values) {
+        EXPECT_EQ(PropertyList::parse(plist(element)), value) << element;
+    }
+    for (const char* bad :
+         {"<integer></integer>", "<integer>7x</integer>", "<integer>99999999999999999999</integer>",
+          "<real>1,5</real>", "<date>2023-02-29T00:00:00Z</date>", "<date>2023-02-28</date>",
+          "<date>2023-02-28T00:00:00+01</date>", "<widget/>", "<true/><true/>", "", "<key>k</key>",
+          "<dict><key>k</key></dict>", "<dict><true/></dict>",
+          "<dict><key>k</key><key>l</key><true/></dict>", "<string>a<true/></string>",
+          "<plist><true/></plist>"}) {
+        EXPECT_EQ(PropertyList::parse(plist(bad)), std::unexpected(Error::malformed)) << bad;
+    }
+}
+
+TEST(PropertyList, DamagedListsAreRefused) {
+    BinaryPlist list;
+    const auto missing = list.addArray({9});
+    BinaryPlist hugeCount;
+    hugeCount.add(std::string("\xAF\x13") + BinaryPlist::number(1ULL << 60U, 8));
+    BinaryPlist hugeText;
+    hugeText.add(std::string("\x5F\x13") + BinaryPlist::number(~0ULL, 8));
+    BinaryPlist keyless; // a dictionary whose key is no text
+    const auto number = keyless.addInteger(1);
+    const auto holder = keyless.addDictionary({{number, number}});
+    std::string badOffset = list.bytes(missing);
+    badOffset[badOffset.size() - 33] = '\x7f';
+    for (const std::string& bad :
+         {std::string(), std::string("bplist00"), std::string("bplist00") + std::string(31, '\0'),
+          std::string("bplist00") + std::string(32, '\0'),
+          std::string("bplist00") + std::string(32, '\xff'), list.bytes(missing), list.bytes(1),
+          hugeCount.bytes(0), hugeText.bytes(0), badOffset, std::string("no property list"),
+          std::string("{ a = b; }"), std::string("<plist><dict><key>"),
+          std::string("<plist version=\"1.0\"><array><string>a"), std::string("<html></html>")}) {
+        EXPECT_EQ(PropertyList::parse(bad), std::unexpected(Error::malformed)) << bad.substr(0, 40);
+    }
+    const auto parsed = PropertyList::parse(keyless.bytes(holder));
+    EXPECT_TRUE(!parsed || parsed->dictionary() != nullptr);
+}
+
+TEST(PropertyList, LimitsAreThoseOfTheCaller) {
+    EXPECT_EQ(PropertyList::parse(plist("<true/>"), {.bytes = 10}),
+              std::unexpected(Error::tooLarge));
+    EXPECT_EQ(PropertyList::parse(plist("<array><true/><true/></array>"), {.values = 2}),
+              std::unexpected(Error::tooLarge));
+    EXPECT_TRUE(PropertyList::parse(plist("<array><true/><true/></array>"), {.values = 3}));
+    EXPECT_TRUE(PropertyList::parse(plist("<array><dict/></array>"), {.depth = 2}));
+    EXPECT_EQ(PropertyList::parse(plist("<array><dict/></array>"), {.depth = 1}),
+              std::unexpected(Error::tooLarge));
+}
+
+TEST(PropertyList, SurvivesEveryTruncationAndRandomDamage) {
+    BinaryPlist list;
+    const auto key = list.addText("key");
+    const auto value = list.addArray({list.addInteger(1), key, list.addBoolean(false)});
+    const std::string forms[] = {
+        list.bytes(list.addDictionary({{key, value}})),
+        plist("<dict><key>k</key><array><integer>1</integer><data>AP8=</data>"
+              "<date>2001-01-01T00:00:00Z</date></array></dict>")};
+    std::mt19937 random(5);
+    for (const std::string& whole : forms) {
+        ASSERT_TRUE(PropertyList::parse(whole));
+        for (std::size_t size = 0; size < whole.size() - 10; ++size) {
+            EXPECT_FALSE(PropertyList::parse(whole.substr(0, size))) << size;
+        }
+        for (int i = 0; i < 5'000; ++i) {
+            std::string damaged = whole;
+            for (unsigned count = 1 + random() % 4; count > 0; --count) {
+                damaged[random() % damaged.size()] = static_cast<char>(random() % 256);
+            }
+            static_cast<void>(PropertyList::parse(damaged)); // under a sanitizer this tells
+        }
+    }
+}
+
+} // namespace
+} // namespace vellory

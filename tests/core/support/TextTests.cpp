@@ -1,0 +1,246 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Support/Text.h"
+
+#include <random>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace vellory {
+namespace {
+
+using testing::ElementsAre;
+
+/// A text of printable ASCII in which digits, blanks and letters that form sequences in some
+/// languages ("ch", "aa", "cs") are frequent.
+std::string randomAscii(std::mt19937& random) {
+    static constexpr std::string_view frequent = "0012 9aAbcChHsSzZyYwWvV-_.'";
+    std::string out;
+    for (unsigned left = random() % 10; left > 0; --left) {
+        const bool any = random() % 3 == 0;
+        out.push_back(any ? static_cast<char>(' ' + random() % 95)
+                          : frequent[random() % frequent.size()]);
+    }
+    return out;
+}
+
+TEST(Text, NormalisingFoldsCaseDiacriticsAndWidthAndTrims) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"", ""},
+        {"  Final Cut\t\n", "final cut"},
+        {"\u00a0\u3000Mail\u2003", "mail"}, // white space of Unicode
+        {"Éclair", "eclair"},
+        {"E\u0301clair", "eclair"}, // the accent as a letter of its own
+        {"Ｍａｐｓ　２", "maps 2"}, // full width
+        {"ﾃﾚﾋﾞ", "テレヒ"},         // half width, with its voicing mark as a diacritic
+        {"STRASSE", "strasse"},
+        {"Straße", "strasse"}, // case folding knows no ß
+        {"İstanbul", "istanbul"},
+        {"ISTANBUL", "istanbul"}, // and no Turkish either
+        {"ΣΊΣΥΦΟΣ", "σισυφοσ"},
+        {"Σίσυφος", "σισυφοσ"},
+        {"Ångström", "angstrom"},
+        {"e\u0301\u0308\u0323", "e"},
+        {"\u0301", ""},     // nothing but a diacritic
+        {"हिन्दी", "हिनदी"}, // the virama is a mark with a class, vowel signs are letters
+        {"½ ﬁ", "½ fi"},    // case folding takes ligatures apart, nothing else is compatibility
+        {"👩‍🚀", "👩‍🚀"},
+        {"a\xff"
+         "b",
+         "a\uFFFD"
+         "b"},
+    };
+    for (const auto& [text, result] : cases) {
+        EXPECT_EQ(Text::normalized(text), result) << text;
+    }
+}
+
+TEST(Text, NormalisingTwiceChangesNothing) {
+    for (const char* text : {"Ｅ\u0301", "ǅ", "ŉ", "ΐ", " \u0301 a", "ﬃ", "ẞ", "\u1e9b\u0323"}) {
+        const std::string once = Text::normalized(text);
+        EXPECT_EQ(Text::normalized(once), once) << text;
+    }
+}
+
+TEST(Text, TheAsciiPathAgreesWithTheGeneralOne) {
+    std::mt19937 random(1);
+    for (int i = 0; i < 20'000; ++i) {
+        std::string text;
+        for (unsigned left = random() % 12; left > 0; --left) {
+            text.push_back(static_cast<char>(random() % 128));
+        }
+        // A letter at either end that is no ASCII sends the text down the general path.
+        const std::string wide = "ж" + text + "ж";
+        const auto inner = [](const std::string& whole) {
+            return whole.substr(2, whole.size() - 4);
+        };
+        const std::string folded = inner(Text::normalized(wide));
+        EXPECT_EQ(Text::normalized(text), Text::trimmed(folded)) << testing::PrintToString(text);
+        EXPECT_EQ(Text::lowercased(text), inner(Text::lowercased(wide)));
+        const auto clusters = Text::graphemes(text);
+        auto general = Text::graphemes(wide);
+        ASSERT_GE(general.size(), 2);
+        EXPECT_EQ(clusters, std::vector(general.begin() + 1, general.end() - 1))
+            << testing::PrintToString(text);
+    }
+}
+
+TEST(Text, CharactersAreWhatAReaderSees) {
+    EXPECT_THAT(Text::graphemes("a\r\ne\u0301👨‍👩‍👧🇸🇪!"),
+                ElementsAre("a", "\r\n", "e\u0301", "👨‍👩‍👧", "🇸🇪", "!"));
+    EXPECT_EQ(Text::length("👨‍👩‍👧🇸🇪"), 2);
+    EXPECT_EQ(Text::prefix("e\u0301👨‍👩‍👧x", 2), "e\u0301👨‍👩‍👧");
+    EXPECT_EQ(Text::prefix("abc", 0), "");
+    EXPECT_EQ(Text::prefix("abc", 9), "abc");
+    EXPECT_EQ(Text::prefix("", 3), "");
+    EXPECT_EQ(Text::length("a\xff\xfe"), 3);
+}
+
+TEST(Text, LettersNumbersAndCase) {
+    for (const char* letter : {"a", "Z", "é", "ß", "字", "ا"}) {
+        EXPECT_TRUE(Text::isLetter(letter)) << letter;
+        EXPECT_FALSE(Text::isNumber(letter)) << letter;
+    }
+    for (const char* number : {"0", "٣", "½", "Ⅷ", "²"}) {
+        EXPECT_TRUE(Text::isNumber(number)) << number;
+    }
+    for (const char* other : {"", " ", "-", "_", "👍", "\xff"}) {
+        EXPECT_FALSE(Text::isLetter(other)) << other;
+        EXPECT_FALSE(Text::isNumber(other)) << other;
+        EXPECT_FALSE(Text::isUppercase(other)) << other;
+    }
+    EXPECT_TRUE(Text::isUppercase("É"));
+    EXPECT_FALSE(Text::isUppercase("é"));
+    EXPECT_TRUE(Text::isWhitespace("\u3000"));
+    EXPECT_FALSE(Text::isWhitespace("x"));
+    EXPECT_FALSE(Text::isWhitespace(""));
+    EXPECT_EQ(Text::uppercased("straße"), "STRASSE");
+    EXPECT_EQ(Text::capitalized("deep WORK éclair"), "Deep Work Éclair");
+}
+
+TEST(Text, WhatIsNoUtf8IsSeenAndRepaired) {
+    for (const char* bad : {"\xff", "\xc0\xaf", "\xed\xa0\x80", "\xf4\x90\x80\x80", "a\xe2\x82"}) {
+        EXPECT_FALSE(Text::isValidUtf8(bad));
+        EXPECT_TRUE(Text::isValidUtf8(Text::repairedUtf8(bad)));
+    }
+    EXPECT_TRUE(Text::isValidUtf8("é👍"));
+    EXPECT_EQ(Text::repairedUtf8("é\xff"), "é\uFFFD");
+}
+
+TEST(Text, ReplacingAllTakesEveryOccurrenceOnce) {
+    EXPECT_EQ(Text::replacingAll("a.app.app", ".app", ""), "a");
+    EXPECT_EQ(Text::replacingAll("aaa", "aa", "a"), "aa");
+    EXPECT_EQ(Text::replacingAll("abc", "", "x"), "abc");
+}
+
+TEST(Collator, ListsNamesTheWayADesktopDoes) {
+    const Text::Collator english("en_US");
+    const char* ascending[] = {"_tool",  "-x",     "1Password", "2Do",     "10 Days", "App 2",
+                               "app 10", "eclair", "Éclair",    "eclairs", "Zoo",     "Карты"};
+    for (std::size_t i = 0; i + 1 < std::size(ascending); ++i) {
+        EXPECT_EQ(english.compare(ascending[i], ascending[i + 1]), std::weak_ordering::less)
+            << ascending[i] << " before " << ascending[i + 1];
+        EXPECT_EQ(english.compare(ascending[i + 1], ascending[i]), std::weak_ordering::greater);
+    }
+    for (const auto& [a, b] : {std::pair{"mail", "MAIL"}, {"éa", "ÉA"}, {"x 007", "X 7"}}) {
+        EXPECT_EQ(english.compare(a, b), std::weak_ordering::equivalent) << a << " and " << b;
+    }
+}
+
+TEST(Collator, FollowsTheLanguage) {
+    const auto less = [](const char* locale, const char* a, const char* b) {
+        return Text::Collator(locale).compare(a, b) == std::weak_ordering::less;
+    };
+    EXPECT_TRUE(less("sv", "z", "ö"));
+    EXPECT_TRUE(less("de", "ö", "z"));
+    EXPECT_TRUE(less("cs", "hudba", "chat")); // "ch" is a letter of its own after h
+    EXPECT_TRUE(less("en", "chat", "hudba"));
+    EXPECT_TRUE(less("da", "z", "aabenraa")); // "aa" spells å, the last letter
+    EXPECT_TRUE(less("et", "z", "t"));
+    EXPECT_TRUE(less("no-such-locale-xyz", "a", "b"));
+}
+
+TEST(Collator, TheAsciiKeysAgreeWithTheGeneralPathInEveryLanguage) {
+    std::mt19937 random(2);
+    for (const char* locale : {"en",
+                               "en_US_POSIX",
+                               "de",
+                               "de_AT",
+                               "fr_CA",
+                               "sv",
+                               "da",
+                               "nb",
+                               "cs",
+                               "sk",
+                               "hr",
+                               "hu",
+                               "et",
+                               "lt",
+                               "lv",
+                               "cy",
+                               "th",
+                               "ja",
+                               "zh",
+                               "ru",
+                               "es@collation=traditional",
+                               "root",
+                               ""}) {
+        const Text::Collator collator(locale);
+        for (int i = 0; i < 2'000; ++i) {
+            std::string a = randomAscii(random);
+            std::string b = random() % 4 == 0 ? a : randomAscii(random);
+            if (random() % 8 == 0) {
+                std::swap(a, b);
+                b += a.substr(a.size() / 2);
+            }
+            // Behind a letter that is no ASCII the same texts take the general path.
+            EXPECT_EQ(collator.compare(a, b), collator.compare("ж" + a, "ж" + b))
+                << locale << ": " << a << " | " << b;
+        }
+    }
+}
+
+TEST(Collator, NumbersOfAnyLengthCompareByValue) {
+    const Text::Collator english("en");
+    std::mt19937 random(3);
+    for (int i = 0; i < 2'000; ++i) {
+        const auto number = [&] {
+            std::string out;
+            // Past 254 digits the general path compares numbers piece by piece.
+            for (unsigned left = random() % 2 == 0 ? random() % 4 : 250 + random() % 300; left > 0;
+                 --left) {
+                out.push_back("0019"[random() % 4]);
+            }
+            return out;
+        };
+        const std::string a = number();
+        const std::string b = random() % 4 == 0 ? "0" + a : number();
+        EXPECT_EQ(english.compare(a, b), english.compare("ж" + a, "ж" + b)) << a << " | " << b;
+    }
+}
+
+TEST(Collator, TheSortedOrderIsThatOfCompareAndStable) {
+    std::mt19937 random(4);
+    const char* letters[] = {"é", "É", "ö", "Ａ", "ж", "字", "\xff", "\u0301"};
+    for (const char* locale : {"en", "sv", "cs", "th"}) {
+        const Text::Collator collator(locale);
+        for (int round = 0; round < 40; ++round) {
+            std::vector<std::string> names(random() % 60);
+            for (std::string& name : names) {
+                name = randomAscii(random).substr(0, 3);
+                if (round % 2 == 0 && random() % 3 == 0) {
+                    name.insert(name.size() / 2, letters[random() % std::size(letters)]);
+                }
+            }
+            std::vector<std::size_t> expected(names.size());
+            std::iota(expected.begin(), expected.end(), std::size_t{0});
+            std::ranges::stable_sort(expected, [&](std::size_t a, std::size_t b) {
+                return collator.compare(names[a], names[b]) < 0;
+            });
+            EXPECT_EQ(collator.sortedOrder(names), expected) << locale;
+        }
+    }
+}
+
+} // namespace
+} // namespace vellory
