@@ -134,20 +134,19 @@ void AppModel::watchAppFolders() {
 }
 
 void AppModel::observeApps() {
-    ports_.runningApps.observe({.launched =
-                                    [this](const BundleID& id) {
-                                        if (!id.empty()) {
-                                            launches_.record(id, ports_.clock.now(),
-                                                             workspaces_.active());
-                                        }
-                                        running_.refreshRunning();
-                                        Q_EMIT appLaunched(id);
-                                    },
-                                .quit =
-                                    [this](const BundleID& id) {
-                                        running_.refreshRunning();
-                                        Q_EMIT appQuit(id);
-                                    }});
+    const auto onLaunch = [this](const BundleID& id) {
+        running_.refreshRunning();
+        // What has no identifier cannot be told from anything else.
+        if (!id.empty()) {
+            launches_.record(id, ports_.clock.now(), workspaces_.active());
+            Q_EMIT appLaunched(id);
+        }
+    };
+    const auto onQuit = [this](const BundleID& id) {
+        running_.refreshRunning();
+        Q_EMIT appQuit(id);
+    };
+    ports_.runningApps.observe({.launched = onLaunch, .quit = onQuit});
 }
 
 void AppModel::onPrefChanged(const std::string& key) {
