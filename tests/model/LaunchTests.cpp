@@ -106,6 +106,9 @@ TEST(Badges, ArriveLaterForRunningAppsAndOnlyWhenWanted) {
     world.scheduler.deliver();
     EXPECT_THAT(model.badges(), ElementsAre(Pair("mail", "3")));
 
+    world.runningApps.quits("mail");
+    EXPECT_THAT(model.badges(), IsEmpty()) << "a badge goes with its app";
+    world.runningApps.starts("mail");
     model.refreshBadges();
     world.scheduler.runBackground();
     model.prefs().setShowBadges(false);

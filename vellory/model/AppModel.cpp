@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/AppModel.h"
 
-#include <algorithm>
+#include <tuple>
 #include <unordered_set>
 #include <utility>
 
@@ -53,6 +53,9 @@ AppModel::~AppModel() {
 // --- Life ---
 
 void AppModel::start() {
+    if (isStarted()) {
+        return;
+    }
     // A folder that cannot be made shows when the first file in it cannot be written.
     std::ignore = AtomicFile::createFolder(environment_.paths.support());
     onPrefChanged("showInDock");
@@ -131,20 +134,19 @@ void AppModel::watchAppFolders() {
 }
 
 void AppModel::observeApps() {
-    ports_.runningApps.observe({.launched =
-                                    [this](const BundleID& id) {
-                                        if (!id.empty()) {
-                                            launches_.record(id, ports_.clock.now(),
-                                                             workspaces_.active());
-                                        }
-                                        running_.refreshRunning();
-                                        Q_EMIT appLaunched(id);
-                                    },
-                                .quit =
-                                    [this](const BundleID& id) {
-                                        running_.refreshRunning();
-                                        Q_EMIT appQuit(id);
-                                    }});
+    const auto onLaunch = [this](const BundleID& id) {
+        running_.refreshRunning();
+        // What has no identifier cannot be told from anything else.
+        if (!id.empty()) {
+            launches_.record(id, ports_.clock.now(), workspaces_.active());
+            Q_EMIT appLaunched(id);
+        }
+    };
+    const auto onQuit = [this](const BundleID& id) {
+        running_.refreshRunning();
+        Q_EMIT appQuit(id);
+    };
+    ports_.runningApps.observe({.launched = onLaunch, .quit = onQuit});
 }
 
 void AppModel::onPrefChanged(const std::string& key) {

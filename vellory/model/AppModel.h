@@ -188,6 +188,7 @@ class AppModel : public QObject {
     void noticePosted(const vellory::Notice& notice);
     /// The user has not been welcomed yet.
     void welcomeRequested();
+    /// An app was started, here or elsewhere; it has been counted.
     void appLaunched(const std::string& id);
     void appQuit(const std::string& id);
     void ticked();

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/BoardEditor.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <set>
+#include <tuple>
 #include <utility>
 
 #include <QPointer>

@@ -227,7 +227,8 @@ void LauncherState::setHighlight(std::optional<int> index) {
 }
 
 const Tile* LauncherState::highlighted() const {
-    return highlight_ ? &currentItems_[static_cast<std::size_t>(*highlight_)] : nullptr;
+    const bool isThere = highlight_ && std::cmp_less(*highlight_, currentItems_.size());
+    return isThere ? &currentItems_[static_cast<std::size_t>(*highlight_)] : nullptr;
 }
 
 void LauncherState::setSelected(const std::set<BundleID>& apps) {

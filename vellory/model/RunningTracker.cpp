@@ -24,6 +24,7 @@ void RunningTracker::refreshRunning() {
     if (running != running_) {
         running_ = std::move(running);
         Q_EMIT runningChanged();
+        setBadges(badges_);
     }
 }
 
@@ -33,9 +34,6 @@ void RunningTracker::refreshBadges() {
         [&desktop = ports_.desktop, self = QPointer(this), request]() -> Scheduler::Task {
             return [self, request, badges = desktop.badges()]() mutable {
                 if (self && self->request_ == request) {
-                    std::erase_if(badges, [&](const auto& badge) {
-                        return !self->running_.contains(badge.first);
-                    });
                     self->setBadges(std::move(badges));
                 }
             };
@@ -48,6 +46,7 @@ void RunningTracker::clearBadges() {
 }
 
 void RunningTracker::setBadges(std::map<BundleID, std::string> badges) {
+    std::erase_if(badges, [this](const auto& badge) { return !running_.contains(badge.first); });
     if (badges != badges_) {
         badges_ = std::move(badges);
         Q_EMIT badgesChanged();

@@ -33,6 +33,7 @@ class RunningTracker : public QObject {
     void badgesChanged();
 
   private:
+    /// Those of apps that run.
     void setBadges(std::map<BundleID, std::string> badges);
 
     Ports ports_;
