@@ -166,6 +166,8 @@ class AppModel : public QObject {
     /// Arranges all apps anew in folders by category; names, icons and hidden apps stay.
     void autoFolders() { editor_.autoFolders(); }
     void sortAlphabetically() { editor_.sortAlphabetically(); }
+    /// Every app by itself, by name: no folders.
+    void layOutAlphabetically() { editor_.layOutAlphabetically(); }
     void sortByUse() { editor_.sortByUse(); }
 
     /// The history of the board, newest first.

@@ -251,6 +251,14 @@ void BoardEditor::sortAlphabetically() {
     });
 }
 
+void BoardEditor::layOutAlphabetically() {
+    edit("Sorted A–Z", "textformat.abc", [&](Board& next) {
+        next.dissolveAll();
+        next.sortBy([this](const BundleID& id) { return model_.displayName(id); },
+                    model_.collator());
+    });
+}
+
 void BoardEditor::sortByUse() {
     edit("Sorted by use", "chart.bar", [&](Board& next) {
         next.sortByUse([this](const BundleID& id) { return model_.usage().count(id); });

@@ -60,6 +60,7 @@ class BoardEditor : public QObject {
 
     void autoFolders();
     void sortAlphabetically();
+    void layOutAlphabetically();
     void sortByUse();
     void restore(const BoardStore::Snapshot& snapshot);
 
