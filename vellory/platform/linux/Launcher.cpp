@@ -137,8 +137,9 @@ std::string objectPath(const BundleID& id) {
 
 /// Asks the session bus to activate the app or its action. Nothing when the bus cannot be asked,
 /// so that the entry's command is the way that remains.
-std::optional<Launcher::Outcome> activateOnBus(const Launcher::Request& request) {
-    const auto bus = sessionBus();
+std::optional<Launcher::Outcome> activateOnBus(const Launcher::Request& request,
+                                               const SessionEnvironment& environment) {
+    const auto bus = sessionBus(environment);
     if (bus == nullptr || !g_dbus_is_name(request.id.c_str()) ||
         !g_variant_is_object_path(objectPath(request.id).c_str())) {
         return std::nullopt;
@@ -182,7 +183,7 @@ Launcher::Outcome Launcher::launch(const Request& request) const {
     const std::string exec =
         DesktopEntryFile::text(entry.get(), group, G_KEY_FILE_DESKTOP_KEY_EXEC);
     if (DesktopEntryFile::flag(entry.get(), G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE)) {
-        const auto activated = activateOnBus(request);
+        const auto activated = activateOnBus(request, environment_);
         if (activated && (!activated->failure || exec.empty())) {
             return *activated;
         }
@@ -212,7 +213,7 @@ Launcher::Outcome Launcher::spawn(const Request& request, GKeyFile* entry) const
     Outcome outcome;
     glib::Error error;
     // Holds the bus that GIO asks for itself, so that it cannot end the program.
-    const auto bus = sessionBus();
+    const auto bus = sessionBus(environment_);
     const auto environment = context(request);
     // Without DO_NOT_REAP_CHILD the process is a grandchild and init waits for it.
     const bool started = g_desktop_app_info_launch_uris_as_manager(
@@ -273,8 +274,8 @@ std::string Launcher::scopeName(const BundleID& id, std::int64_t pid) {
     return name + '-' + std::to_string(pid) + ".scope";
 }
 
-void Launcher::moveToScope(const BundleID& id, std::int64_t pid) {
-    const auto bus = sessionBus();
+void Launcher::moveToScope(const BundleID& id, std::int64_t pid) const {
+    const auto bus = sessionBus(environment_);
     if (bus == nullptr || !g_utf8_validate(id.c_str(), -1, nullptr)) {
         return;
     }

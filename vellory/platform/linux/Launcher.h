@@ -39,7 +39,7 @@ class Launcher {
 
     /// Moves a started process into a systemd scope "app-vellory-<id>-<pid>.scope" of its own.
     /// Silent where no systemd answers on the session bus.
-    static void moveToScope(const BundleID& id, std::int64_t pid);
+    void moveToScope(const BundleID& id, std::int64_t pid) const;
 
     /// The name of that scope, with the id escaped as systemd wants it.
     static std::string scopeName(const BundleID& id, std::int64_t pid);

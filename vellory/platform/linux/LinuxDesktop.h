@@ -8,6 +8,8 @@
 
 namespace vellory {
 
+class LauncherBadges;
+
 /// The desktop around the apps on Linux: wallpaper from the desktop's settings or the X server,
 /// badges as apps announce them on the session bus.
 class LinuxDesktop final : public Desktop {
@@ -23,11 +25,9 @@ class LinuxDesktop final : public Desktop {
     std::map<BundleID, std::string> badges() const override;
 
   private:
-    class Badges;
-
     SessionEnvironment environment_;
     ActivationPolicy policy_ = ActivationPolicy::regular;
-    std::unique_ptr<Badges> badges_;
+    std::unique_ptr<LauncherBadges> badges_;
 };
 
 } // namespace vellory

@@ -224,10 +224,11 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
 
     void started(const Launcher::Request& request, const Launcher::Outcome& outcome) {
         if (outcome.pid) {
-            scheduler_.inBackground([id = request.id, pid = *outcome.pid]() -> Scheduler::Task {
-                Launcher::moveToScope(id, pid);
-                return [] {};
-            });
+            scheduler_.inBackground(
+                [launcher = launcher_, id = request.id, pid = *outcome.pid]() -> Scheduler::Task {
+                    launcher->moveToScope(id, pid);
+                    return [] {};
+                });
         }
         const auto start = starts_.find(request.id);
         if (start == starts_.end() || start->second.startupId != request.startupId) {

@@ -101,7 +101,9 @@ std::vector<std::string> appIdsOfUnit(std::string_view unit) {
     std::vector<std::string> parts;
     if (const auto scope = without(unit, "app-", ".scope")) {
         parts = split(*scope, '-');
-        parts.pop_back(); // The part that tells instances apart.
+        if (!parts.empty()) {
+            parts.pop_back(); // The part that tells instances apart.
+        }
     } else if (const auto service = without(unit, "app-", ".service")) {
         parts = split(service->substr(0, service->find('@')), '-');
     }

@@ -89,6 +89,18 @@ std::vector<std::string> SessionEnvironment::desktopNames() const {
     return split(value("XDG_CURRENT_DESKTOP").value_or(""), ':');
 }
 
+std::optional<std::string> SessionEnvironment::busAddress() const {
+    if (auto address = value("DBUS_SESSION_BUS_ADDRESS")) {
+        return address;
+    }
+    const auto runtime = value("XDG_RUNTIME_DIR");
+    std::error_code error;
+    if (runtime && std::filesystem::is_socket(std::filesystem::path(*runtime) / "bus", error)) {
+        return "unix:path=" + *runtime + "/bus";
+    }
+    return std::nullopt;
+}
+
 std::string SessionEnvironment::sortLocale() const {
     for (const char* name : {"LC_ALL", "LC_COLLATE", "LANG"}) {
         if (const auto locale = value(name)) {

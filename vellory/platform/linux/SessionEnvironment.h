@@ -30,6 +30,8 @@ struct SessionEnvironment {
     std::vector<std::filesystem::path> dataDirs() const;
     /// The names that the desktop goes by ("ubuntu", "GNOME"), the most specific first.
     std::vector<std::string> desktopNames() const;
+    /// Where the session bus listens; nothing when the session has none.
+    std::optional<std::string> busAddress() const;
     /// The locale that names are sorted by, without its encoding: "sv_SE"; "" for the C locale.
     std::string sortLocale() const;
 };
