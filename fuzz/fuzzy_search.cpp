@@ -22,7 +22,7 @@ void require(bool holds) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace vellory;
-    std::string_view rest(reinterpret_cast<const char*>(data), size < 400 ? size : 400);
+    std::string_view rest(reinterpret_cast<const char*>(data), size < 160 ? size : 160);
     std::vector<std::string_view> lines;
     while (!rest.empty()) {
         const std::size_t end = std::min(rest.find('\n'), rest.size());
