@@ -83,9 +83,9 @@ void open(HabitLog& log, int onDay, int minute, unsigned app) {
     log.events.push_back({appName(app), {onDay, minute / 5 * 5, onDay % 7 + 1}});
 }
 
-/// Six weeks: each day a morning and an afternoon routine of six apps each, and other launches of
+/// 120 launches a day: a morning and an afternoon routine of six apps each, and other launches of
 /// 80 apps, the favourites far more often, between 8 and 18 o'clock.
-HabitLog sixWeeks(std::int64_t launchesPerDay) {
+HabitLog ordinaryDays(std::int64_t days) {
     std::mt19937 random(1);
     std::geometric_distribution<unsigned> favourites(0.05);
     HabitLog log;
