@@ -35,11 +35,11 @@ std::optional<KeyedArchive> KeyedArchive::parse(std::string_view bytes) {
     if (objects == nullptr || objects->array() == nullptr) {
         return std::nullopt;
     }
-    return KeyedArchive(std::move(*archive));
+    return KeyedArchive(std::make_unique<const Value>(std::move(*archive)));
 }
 
 const KeyedArchive::Value* KeyedArchive::root() const {
-    const Value* top = archive_.find("$top");
+    const Value* top = archive_->find("$top");
     return top == nullptr ? nullptr : resolved(top->find("root"));
 }
 
@@ -95,7 +95,7 @@ const KeyedArchive::Value* KeyedArchive::resolved(const Value* value) const {
         return value;
     }
     // The first object is the text "$null", which every reference to nothing names.
-    const PropertyList::Array& objects = *archive_.find("$objects")->array();
+    const PropertyList::Array& objects = *archive_->find("$objects")->array();
     return *index == 0 || *index >= objects.size() ? nullptr : &objects[*index];
 }
 

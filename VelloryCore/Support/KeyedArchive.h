@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -37,13 +38,13 @@ class KeyedArchive {
     const std::string* data(const Value* object) const;
 
   private:
-    explicit KeyedArchive(Value archive) : archive_(std::move(archive)) {}
+    explicit KeyedArchive(std::unique_ptr<const Value> archive) : archive_(std::move(archive)) {}
 
     /// The object that a reference stands for; a value that is no reference stands for itself.
     const Value* resolved(const Value* value) const;
     const PropertyList::Array* list(const Value* object, std::string_view key) const;
 
-    Value archive_;
+    std::unique_ptr<const Value> archive_; ///< so that values stay in place when this moves
 };
 
 } // namespace vellory
