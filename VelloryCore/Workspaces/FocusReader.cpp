@@ -17,14 +17,9 @@ namespace {
 constexpr const char* configurationsFile = "ModeConfigurations.json";
 constexpr const char* assertionsFile = "Assertions.json";
 
-/// The document in a file; null when there is none.
-json::Value document(const fs::path& file) {
-    if (const auto text = AtomicFile::read(file, fileLimit)) {
-        if (auto parsed = json::parse(*text)) {
-            return std::move(*parsed);
-        }
-    }
-    return nullptr;
+/// The text of a file; empty, which holds no modes, when it cannot be read.
+std::string textOf(const fs::path& file) {
+    return AtomicFile::read(file, fileLimit).value_or("");
 }
 
 /// What stands at the end of a path of keys; nothing where a step is missing or no object.
@@ -57,16 +52,17 @@ const json::Value::array_t& findArray(const json::Value& from, const char* key) 
     return elements != nullptr ? *elements : none;
 }
 
-/// In the order of the file.
-std::vector<Mode> readModes(const fs::path& directory) {
-    const json::Value root = document(directory / configurationsFile);
+} // namespace
+
+std::vector<Mode> modesIn(std::string_view configurations) {
+    const json::Value root = json::parse(configurations).value_or(json::Value());
     std::vector<Mode> out;
     for (const json::Value& element : findArray(root, "data")) {
-        const json::Value* configurations = find(element, {"modeConfigurations"});
-        if (configurations == nullptr || !configurations->is_object()) {
+        const json::Value* modes = find(element, {"modeConfigurations"});
+        if (modes == nullptr || !modes->is_object()) {
             continue;
         }
-        for (const auto& [identifier, configuration] : configurations->items()) {
+        for (const auto& [identifier, configuration] : modes->items()) {
             if (const std::string* name = findString(configuration, {"mode", "name"})) {
                 out.push_back({identifier, *name});
             }
@@ -75,7 +71,19 @@ std::vector<Mode> readModes(const fs::path& directory) {
     return out;
 }
 
-} // namespace
+std::optional<std::string> activeIdentifierIn(std::string_view assertions) {
+    const json::Value root = json::parse(assertions).value_or(json::Value());
+    const std::string* identifier = nullptr;
+    for (const json::Value& element : findArray(root, "data")) {
+        for (const json::Value& record : findArray(element, "storeAssertionRecords")) {
+            if (const auto* found =
+                    findString(record, {"assertionDetails", "assertionDetailsModeIdentifier"})) {
+                identifier = found;
+            }
+        }
+    }
+    return identifier != nullptr ? std::optional(*identifier) : std::nullopt;
+}
 
 fs::path defaultDirectory(const fs::path& home) {
     return home / "Library" / "DoNotDisturb" / "DB";
@@ -86,27 +94,18 @@ bool canRead(const fs::path& directory) {
 }
 
 std::vector<Mode> modes(const fs::path& directory, std::string_view locale) {
-    std::vector<Mode> out = readModes(directory);
+    std::vector<Mode> out = modesIn(textOf(directory / configurationsFile));
     std::ranges::stable_sort(out, {}, &Mode::identifier);
     Text::sortByName(out, Text::Collator(locale), [](const Mode& mode) { return mode.name; });
     return out;
 }
 
 std::optional<Mode> active(const fs::path& directory) {
-    const json::Value root = document(directory / assertionsFile);
-    const std::string* identifier = nullptr;
-    for (const json::Value& element : findArray(root, "data")) {
-        for (const json::Value& record : findArray(element, "storeAssertionRecords")) {
-            if (const auto* found =
-                    findString(record, {"assertionDetails", "assertionDetailsModeIdentifier"})) {
-                identifier = found;
-            }
-        }
-    }
-    if (identifier == nullptr) {
+    const auto identifier = activeIdentifierIn(textOf(directory / assertionsFile));
+    if (!identifier) {
         return std::nullopt;
     }
-    const std::vector<Mode> all = readModes(directory);
+    const std::vector<Mode> all = modesIn(textOf(directory / configurationsFile));
     const auto mode = std::ranges::find(all, *identifier, &Mode::identifier);
     return mode != all.end() ? std::optional(*mode) : std::nullopt;
 }

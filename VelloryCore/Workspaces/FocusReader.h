@@ -36,4 +36,12 @@ std::vector<Mode> modes(const std::filesystem::path& directory, std::string_view
 /// The mode that is on, if one is.
 std::optional<Mode> active(const std::filesystem::path& directory);
 
+// The same on the texts of the files.
+
+/// The modes that a "ModeConfigurations.json" lists, in its order.
+std::vector<Mode> modesIn(std::string_view configurations);
+
+/// The identifier of the mode that an "Assertions.json" says is on: the last one it names.
+std::optional<std::string> activeIdentifierIn(std::string_view assertions);
+
 } // namespace vellory::FocusReader
