@@ -110,26 +110,25 @@ int run(const std::vector<std::string>& command) {
 class ProgramTest : public testing::Test {
   protected:
     ProgramTest() {
-        session.addApp("alpha", "--report alpha");
-        session.addApp("beta", "--report beta");
-        session.addApp("gamma", "--report gamma");
+        session.addApp("alpha", "--class alpha");
+        session.addApp("beta", "--class beta");
+        session.addApp("gamma", "--class gamma");
         // Not the first run, which welcomes the user and tells of no new apps.
-        session.folder().write(std::filesystem::relative(session.environment().configHome(),
-                                                         session.folder().path()) /
-                                   "vellory/settings.conf",
-                               "[General]\nhasSeenWelcome=true\n");
+        session.folder().write(
+            std::filesystem::relative(session.environment().configHome(), session.folder().path()) /
+                "vellory/settings.conf",
+            "[General]\nhasSeenWelcome=true\n");
     }
 
     std::vector<std::string> vellory(const std::string& option = "--report") const {
         return {VELLORY_PROGRAM, option};
     }
-    std::filesystem::path support() const {
-        return session.environment().dataHome() / "vellory";
-    }
+    std::filesystem::path support() const { return session.environment().dataHome() / "vellory"; }
     std::string lastTile() const {
-        const auto board = BoardStore(support() / "layout.json", support() / "LayoutHistory", 60,
-                                      [] { return Date(); })
-                               .load();
+        const auto board =
+            BoardStore(support() / "layout.json", support() / "LayoutHistory", 60, [] {
+                return Date();
+            }).load();
         return board && !board->tiles.empty() ? board->tiles.back().id() : "";
     }
 
@@ -139,20 +138,24 @@ class ProgramTest : public testing::Test {
 TEST_F(ProgramTest, TheGridShowsEveryAppAndReturnOpensTheTypedOne) {
     Process program(vellory());
     EXPECT_EQ(program.lineWith("apps"), "3 apps");
-    ASSERT_EQ(run({"xdotool", "search", "--sync", "--onlyvisible", "--class", "^vellory$"}), 0);
-    ASSERT_EQ(run({"xdotool", "type", "beta"}), 0);
-    ASSERT_EQ(run({"xdotool", "key", "Return"}), 0);
+    ASSERT_EQ(run({"timeout", "20", "xdotool", "search", "--sync", "--onlyvisible", "--class",
+                   "^vellory$"}),
+              0);
+    ASSERT_EQ(run({"timeout", "20", "xdotool", "type", "beta"}), 0);
+    ASSERT_EQ(run({"timeout", "20", "xdotool", "key", "Return"}), 0);
     ASSERT_TRUE(program.lineWith("hidden"));
     // --sync: until the app's own window is there.
-    EXPECT_EQ(run({"xdotool", "search", "--sync", "--onlyvisible", "--class", "beta"}), 0);
-    EXPECT_NE(run({"xdotool", "search", "--onlyvisible", "--class", "alpha"}), 0);
+    EXPECT_EQ(
+        run({"timeout", "20", "xdotool", "search", "--sync", "--onlyvisible", "--class", "beta"}),
+        0);
+    EXPECT_NE(run({"timeout", "20", "xdotool", "search", "--onlyvisible", "--class", "alpha"}), 0);
 }
 
 TEST_F(ProgramTest, AnAppThatIsInstalledAppearsAtTheEndWithItsNotice) {
     Process program(vellory());
     ASSERT_TRUE(program.lineWith("apps"));
     ASSERT_TRUE(program.lineWith("settled"));
-    session.addApp("aardvark", "--report aardvark");
+    session.addApp("aardvark", "--class aardvark");
     const auto notice = program.lineWith("notice");
     ASSERT_TRUE(notice) << program.said();
     EXPECT_THAT(*notice, HasSubstr("aardvark added to vellory"));
@@ -162,8 +165,10 @@ TEST_F(ProgramTest, AnAppThatIsInstalledAppearsAtTheEndWithItsNotice) {
 TEST_F(ProgramTest, ASecondStartBringsTheFirstBackAndEnds) {
     Process program(vellory());
     ASSERT_TRUE(program.lineWith("apps"));
-    ASSERT_EQ(run({"xdotool", "search", "--sync", "--onlyvisible", "--class", "^vellory$"}), 0);
-    ASSERT_EQ(run({"xdotool", "key", "Escape"}), 0);
+    ASSERT_EQ(run({"timeout", "20", "xdotool", "search", "--sync", "--onlyvisible", "--class",
+                   "^vellory$"}),
+              0);
+    ASSERT_EQ(run({"timeout", "20", "xdotool", "key", "Escape"}), 0);
     ASSERT_TRUE(program.lineWith("hidden"));
     EXPECT_EQ(run(vellory()), 0);
     EXPECT_TRUE(program.lineWith("apps")) << "the first shows its grid again";
@@ -193,7 +198,8 @@ TEST_F(ProgramTest, ABrokenBoardFileNeverKeepsItFromStartingAndIsKeptBeside) {
         ASSERT_TRUE(AtomicFile::write(support() / "layout.json", broken));
         Process program(vellory());
         EXPECT_EQ(program.lineWith("apps"), "3 apps");
-        EXPECT_EQ(AtomicFile::read(support() / "layout.json.unreadable").value_or("(none)"), broken);
+        EXPECT_EQ(AtomicFile::read(support() / "layout.json.unreadable").value_or("(none)"),
+                  broken);
         EXPECT_NE(lastTile(), "");
     }
 }
