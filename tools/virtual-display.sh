@@ -30,11 +30,19 @@ export DISPLAY=:$number
 openbox --sm-disable > /dev/null 2>&1 &
 pids+=($!)
 
-"$@" --report > "$work/report" &
+# A meeting point of its own: the program must open here and not ask one that runs elsewhere to.
+mkdir -m 700 "$work/runtime"
+XDG_RUNTIME_DIR=$work/runtime "$@" --report > "$work/report" &
 program=$!
 pids+=("$program")
 exec 4< "$work/report"
-read -r -t 60 -u 4 count || { echo "The grid did not open." >&2; exit 1; }
+if ! read -r -t 60 -u 4 count; then
+    kill "$program" 2> /dev/null || true
+    status=0
+    wait "$program" || status=$?
+    echo "The grid did not open (the program ended with $status)." >&2
+    exit 1
+fi
 # The icons are loaded behind the first frame; the program says when the last one has arrived.
 read -r -t 60 -u 4 _ || true
 

@@ -161,6 +161,8 @@ int run(const CommandLine& options, const char* program) {
                      [&](const QString& message) {
                          if (message == "open") {
                              controller.show();
+                         } else if (message == "hide") {
+                             controller.hide();
                          } else if (message == "toggle") {
                              controller.toggle();
                          }

@@ -33,7 +33,7 @@ Item {
     // Never wider than its cell, whatever the settings say.
     readonly property int side: Math.max(24, Math.min(iconSize, width - 2 * Theme.unit,
                                                       height - (showLabel ? 5 * Theme.unit : Theme.unit)))
-    readonly property int labelLines: height >= side + Theme.labelGap + 2.5 * labelMetrics.height ? 2 : 1
+    readonly property int labelLines: height >= side + Theme.labelGap + 2 * labelMetrics.height ? 2 : 1
     // 0 to 1: this tile's part of the opening, later the further it is from where it starts.
     readonly property real appearing: {
         const t = (openClock - rippleDelay * Theme.rippleSpread) / Theme.opening
