@@ -24,6 +24,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr int deadlineMilliseconds = 10'000;
+constexpr int askMilliseconds = 50;
 
 /// A pipe whose writing end a child may inherit.
 struct Pipe {
@@ -212,18 +213,24 @@ void DesktopSession::startWindowManager() {
     connection->flush();
     // Its themes are the machine's; "env" becomes it, so the process is the same.
     windowManager_ = start({"env", "XDG_DATA_DIRS=/usr/share", "openbox", "--sm-disable"});
-    // Windows that come before it has written its list of them may stay unmanaged.
-    for (bool hasList = false; !hasList;) {
+    // Windows that come while it starts may stay unmanaged for good, so it is asked something,
+    // again and again, until its main loop answers.
+    const auto& ewmh = *connection->ewmh();
+    for (int attempt = 0; attempt < deadlineMilliseconds / askMilliseconds; ++attempt) {
+        connection->sendToWindowManager(connection->ownWindow(), ewmh._NET_REQUEST_FRAME_EXTENTS,
+                                        {});
+        connection->flush();
         pollfd arrived{connection->fileDescriptor(), POLLIN, 0};
-        if (!connection->hasUnseenEvents() && poll(&arrived, 1, deadlineMilliseconds) != 1) {
-            throw std::runtime_error("the window manager did not start");
-        }
-        for (const x11::Event& event : connection->takeEvents()) {
-            const auto* change = reinterpret_cast<const xcb_property_notify_event_t*>(event.get());
-            hasList = hasList || ((event->response_type & 0x7F) == XCB_PROPERTY_NOTIFY &&
-                                  change->atom == connection->ewmh()->_NET_CLIENT_LIST);
+        poll(&arrived, 1, askMilliseconds);
+        connection->takeEvents();
+        if (!connection
+                 ->values(
+                     connection->requestProperty(connection->ownWindow(), ewmh._NET_FRAME_EXTENTS))
+                 .empty()) {
+            return;
         }
     }
+    throw std::runtime_error("the window manager did not start");
 }
 
 void DesktopSession::stopWindowManager() {

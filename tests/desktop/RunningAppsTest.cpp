@@ -113,13 +113,13 @@ TEST_F(RunningAppsTest, SecondOpenBringsForwardInsteadOfStarting) {
     session.addApp("two", "--class two");
     begin();
     open("one");
-    ASSERT_TRUE(becomesRunning("one"));
+    ASSERT_TRUE(loop.runUntil([&] { return running("one") && activeWindow() != XCB_NONE; }));
     const std::int64_t pid = running("one")->pid;
+    const xcb_window_t first = activeWindow();
     open("two");
-    ASSERT_TRUE(becomesRunning("two"));
-    const xcb_window_t before = activeWindow();
+    ASSERT_TRUE(loop.runUntil([&] { return running("two") && activeWindow() != first; }));
     EXPECT_EQ(open("one"), "");
-    EXPECT_TRUE(loop.runUntil([&] { return activeWindow() != before; }));
+    EXPECT_TRUE(loop.runUntil([&] { return activeWindow() == first; }));
     EXPECT_EQ(running("one")->pid, pid);
     EXPECT_EQ(windowCount(), 2U);
 }

@@ -170,14 +170,17 @@ std::optional<std::vector<AppWindow>> AppWindows::read() {
     std::vector<AppWindow> out;
     for (std::size_t i = 0; i < windows.size(); ++i) {
         const auto states = connection_.values(asked[i].states);
-        const auto types = connection_.values(asked[i].types);
+        const auto types = connection_.valuesOfLiving(asked[i].types);
         const auto iccm = connection_.values(asked[i].icccmState);
         const auto has = [&](xcb_atom_t state) {
             return std::ranges::find(states, state) != states.end();
         };
-        const bool isShown = types.empty() || std::ranges::any_of(types, [&](xcb_atom_t type) {
-                                 return shownTypes_.contains(type);
-                             });
+        // The list still names windows that were destroyed a moment ago. They must not count:
+        // without its type a splash window would pass for a regular one.
+        const bool isShown =
+            types && (types->empty() || std::ranges::any_of(*types, [&](xcb_atom_t type) {
+                          return shownTypes_.contains(type);
+                      }));
         const Known& known = known_.at(windows[i]);
         if (!isShown || has(ewmh._NET_WM_STATE_SKIP_TASKBAR) || !known.app) {
             continue;

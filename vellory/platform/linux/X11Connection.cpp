@@ -171,13 +171,21 @@ std::string X11Connection::text(xcb_get_property_cookie_t request) const {
 }
 
 std::vector<std::uint32_t> X11Connection::values(xcb_get_property_cookie_t request) const {
+    return valuesOfLiving(request).value_or(std::vector<std::uint32_t>());
+}
+
+std::optional<std::vector<std::uint32_t>>
+X11Connection::valuesOfLiving(xcb_get_property_cookie_t request) const {
     const x11::Reply<xcb_get_property_reply_t> reply(
         xcb_get_property_reply(connection_, request, nullptr));
-    if (reply == nullptr || reply->format != 32) {
-        return {};
+    if (reply == nullptr) {
+        return std::nullopt;
+    }
+    if (reply->format != 32) {
+        return std::vector<std::uint32_t>();
     }
     const auto* first = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
-    return {first, first + xcb_get_property_value_length(reply.get()) / 4};
+    return std::vector(first, first + xcb_get_property_value_length(reply.get()) / 4);
 }
 
 } // namespace vellory

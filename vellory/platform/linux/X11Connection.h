@@ -71,11 +71,14 @@ class X11Connection {
 
     /// Asks for a property of at most 64 KB; ask for many before taking the first answer.
     xcb_get_property_cookie_t requestProperty(xcb_window_t window, xcb_atom_t property) const;
-    // The answers, empty when the property is of another kind or the window is gone: the first or
-    // all of the texts that NULs end, or 32-bit values.
+    // The answers, empty when there is no such property or it is of another kind: the first or all
+    // of the texts that NULs end, or 32-bit values.
     std::string text(xcb_get_property_cookie_t request) const;
     std::vector<std::string> texts(xcb_get_property_cookie_t request) const;
     std::vector<std::uint32_t> values(xcb_get_property_cookie_t request) const;
+    /// As `values`, but nothing when the window is gone.
+    std::optional<std::vector<std::uint32_t>>
+    valuesOfLiving(xcb_get_property_cookie_t request) const;
 
   private:
     X11Connection(xcb_connection_t* connection, int screenNumber);
