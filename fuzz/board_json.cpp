@@ -65,10 +65,10 @@ class Play {
             board_.moveAppToTopLevel(anyApp(), index);
             break;
         case 2: {
-            const BundleID app = anyApp();
-            // Only the app of a folder dropped on that folder goes with it; a new one comes.
             keepsApps = false;
+            const BundleID app = anyApp();
             const auto folder = board_.drop(app, tileID, "New", uuids_);
+            require(std::ranges::includes(sortedApps(), before), "dropping loses no app");
             require(!folder || std::ranges::count(board_.folder(*folder)->apps, app) == 1,
                     "drop returns the folder that holds the app");
             break;

@@ -74,8 +74,8 @@ void removeApps(std::vector<Tile>& tiles, IsGone isGone) {
     tiles.resize(kept);
 }
 
-/// Brings `tiles` into the order of `order`, which names every index once. In place, cycle by cycle:
-/// tiles are large, and a second list of them would cost more than the moving.
+/// Brings `tiles` into the order of `order`, which names every index once. In place, cycle by
+/// cycle: tiles are large, and a second list of them would cost more than the moving.
 void arrange(std::vector<Tile>& tiles, std::vector<std::size_t> order) {
     for (std::size_t start = 0; start < order.size(); ++start) {
         if (order[start] == start) {
@@ -240,11 +240,17 @@ std::optional<Uuid> Board::drop(BundleID app, std::string_view ontoTileID,
                                 std::string_view folderTitle, const UuidSource& uuids) {
     const bool onItself =
         ontoTileID.starts_with(Tile::appPrefix) && ontoTileID.substr(Tile::appPrefix.size()) == app;
-    if (onItself || !indexOfTile(ontoTileID)) {
+    auto target = indexOfTile(ontoTileID);
+    if (onItself || !target) {
+        return std::nullopt;
+    }
+    // Taking the app out would take its folder, the target, with it, and the app would be nowhere.
+    const Folder* onto = tiles[*target].folder();
+    if (onto != nullptr && onto->apps.size() == 1 && onto->apps.front() == app) {
         return std::nullopt;
     }
     remove(app);
-    const auto target = indexOfTile(ontoTileID);
+    target = indexOfTile(ontoTileID); // it may have moved up
     if (!target) {
         return std::nullopt;
     }

@@ -76,8 +76,8 @@ struct Board {
     void moveAppToTopLevel(BundleID app, std::ptrdiff_t index);
 
     /// Drops an app onto a tile: a folder takes it in at the end, an app makes a folder with it.
-    /// Returns the folder that holds the app now; nothing when it was dropped on itself, on a tile
-    /// that is not there, or on the folder that it was the only app of.
+    /// Returns the folder that holds the app now. Nothing, and the board stays as it is, when the
+    /// app was dropped on itself, on a folder of which it is the only app, or where no tile is.
     std::optional<Uuid> drop(BundleID app, std::string_view ontoTileID,
                              std::string_view folderTitle, const UuidSource& uuids);
 

@@ -86,6 +86,20 @@ TEST_F(AppDiscoveryTest, TheFirstCopyOfAnAppWins) {
                                   InstalledApp{"mail", "Mail", fs::canonical(root) / "Mail.app"}));
 }
 
+TEST_F(AppDiscoveryTest, AppsOfOneNameStayInTheOrderOfTheRoots) {
+    std::vector<fs::path> roots;
+    std::vector<std::string> ids;
+    for (const char* id : {"c", "a", "d", "b"}) {
+        roots.push_back(folder.path() / id);
+        folder.put(fs::path(id) / "Chess.app/Contents/Info.plist",
+                   xml(text("CFBundleIdentifier", id)));
+    }
+    for (const InstalledApp& app : AppDiscovery::scan(roots, english)) {
+        ids.push_back(app.bundleID);
+    }
+    EXPECT_THAT(ids, ElementsAre("c", "a", "d", "b"));
+}
+
 TEST_F(AppDiscoveryTest, ALinkGivesTheNameAndItsTargetThePlace) {
     folder.put("Store/1.2/Inner.app/Contents/Info.plist", xml(text("CFBundleIdentifier", "x")));
     fs::create_directories(root);

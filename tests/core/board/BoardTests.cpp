@@ -150,7 +150,7 @@ TEST(Board, DroppingAnAppMakesOrFillsAFolder) {
         {"e", work, uuid(1), "a [Work: b c e] d"},
         {"e", "app:a", uuid(7), "[New: a e] [Work: b c] d"},
         {"new", "app:a", uuid(7), "[New: a new] [Work: b c] d [Solo: e]"},
-        {"e", solo, std::nullopt, "a [Work: b c] d"}, // the folder went with its only app
+        {"e", solo, std::nullopt, "a [Work: b c] d [Solo: e]"}, // its only app: not lost with it
     };
     for (const Case& drop : cases) {
         Board grid = sample();
