@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <map>
-#include <set>
+#include <unordered_set>
 #include <utility>
 
 #include "Board/AppDiscovery.h"
@@ -83,7 +83,8 @@ Board boardFor(const std::vector<InstalledApp>& apps, std::size_t minimum,
                const UuidSource& uuids) {
     std::map<std::string_view, AppList> groups;
     AppList loose;
-    std::set<std::string_view> placed;
+    std::unordered_set<std::string_view> placed;
+    placed.reserve(apps.size());
     for (const InstalledApp& app : apps) {
         if (placed.insert(app.bundleID).second) {
             const auto title = titleFor(app, category);

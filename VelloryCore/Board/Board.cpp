@@ -13,12 +13,8 @@ namespace vellory {
 
 namespace {
 
-/// Views into a list that outlives the set.
+/// Views into texts that outlive the set.
 using AppSet = std::unordered_set<std::string_view>;
-
-AppSet setOf(const std::vector<BundleID>& apps) {
-    return {apps.begin(), apps.end()};
-}
 
 std::optional<std::size_t> indexOfFolder(const std::vector<Tile>& tiles, const Uuid& id) {
     const auto found = std::ranges::find_if(tiles, [&](const Tile& tile) {
@@ -54,32 +50,54 @@ void eachApp(const std::vector<Tile>& tiles, Visit visit) {
     }
 }
 
-/// Drops every app for which `isGone` holds, and the folders that this empties.
+/// Drops every app for which `isGone(app, index)` holds, and the folders that this empties, where
+/// `index` is the place that the app's tile takes once what stands before it has been dropped.
 template <class IsGone>
 void removeApps(std::vector<Tile>& tiles, IsGone isGone) {
-    std::erase_if(tiles, [&](Tile& tile) {
+    std::size_t kept = 0;
+    for (Tile& tile : tiles) {
+        const auto isGoneHere = [&](const BundleID& app) { return isGone(app, kept); };
+        bool isTileGone = false;
         if (Folder* folder = tile.folder()) {
-            std::erase_if(folder->apps, isGone);
-            return folder->apps.empty();
+            std::erase_if(folder->apps, isGoneHere);
+            isTileGone = folder->apps.empty();
+        } else {
+            isTileGone = isGoneHere(*tile.app());
         }
-        return isGone(*tile.app());
-    });
+        if (!isTileGone) {
+            if (&tile != &tiles[kept]) {
+                tiles[kept] = std::move(tile);
+            }
+            ++kept;
+        }
+    }
+    tiles.resize(kept);
 }
 
-/// Brings `tiles` into the order of `order`, which names every index once.
-void arrange(std::vector<Tile>& tiles, const std::vector<std::size_t>& order) {
-    std::vector<Tile> arranged;
-    arranged.reserve(tiles.size());
-    for (const std::size_t index : order) {
-        arranged.push_back(std::move(tiles[index]));
+/// Brings `tiles` into the order of `order`, which names every index once. In place, cycle by cycle:
+/// tiles are large, and a second list of them would cost more than the moving.
+void arrange(std::vector<Tile>& tiles, std::vector<std::size_t> order) {
+    for (std::size_t start = 0; start < order.size(); ++start) {
+        if (order[start] == start) {
+            continue;
+        }
+        Tile held = std::move(tiles[start]);
+        std::size_t hole = start;
+        while (order[hole] != start) {
+            const std::size_t source = std::exchange(order[hole], hole);
+            tiles[hole] = std::move(tiles[source]);
+            hole = source;
+        }
+        tiles[hole] = std::move(held);
+        order[hole] = hole;
     }
-    tiles = std::move(arranged);
 }
 
 } // namespace
 
 Board::Board(const Layout& layout, const UuidSource& uuids) {
     AppSet placed;
+    placed.reserve(layout.appCount());
     for (const LayoutItem& item : layout.pages | std::views::join) {
         if (const auto* app = item.app()) {
             if (placed.insert(app->bundleID).second) {
@@ -149,23 +167,35 @@ std::optional<std::size_t> Board::indexOfTile(std::string_view tileID) const {
 }
 
 std::vector<BundleID> Board::reconcile(const std::vector<BundleID>& installed) {
-    const AppSet present = setOf(installed);
-    const auto isGone = [&](const BundleID& app) { return !present.contains(app); };
-    removeApps(tiles, isGone);
-
-    AppSet placed;
-    placed.reserve(present.size());
-    // The views are into `present`, not into tiles: appending below moves the tiles' texts.
-    eachApp(tiles, [&](const BundleID& app, std::size_t) { placed.insert(*present.find(app)); });
-    std::vector<BundleID> added;
+    // Whether each installed app stands on the board; and the entries in the order given.
+    std::unordered_map<std::string_view, bool> placed;
+    std::vector<decltype(placed)::value_type*> inOrder;
+    placed.reserve(installed.size());
+    inOrder.reserve(installed.size());
     for (const BundleID& app : installed) {
-        if (placed.insert(app).second) {
-            tiles.emplace_back(app);
-            added.push_back(app);
+        const auto [entry, isNew] = placed.emplace(app, false);
+        if (isNew) {
+            inOrder.push_back(&*entry);
         }
     }
-    std::erase_if(renames, [&](const auto& entry) { return isGone(entry.first); });
-    std::erase_if(icons, [&](const auto& entry) { return isGone(entry.first); });
+    removeApps(tiles, [&](const BundleID& app, std::size_t) {
+        const auto found = placed.find(app);
+        if (found == placed.end()) {
+            return true;
+        }
+        found->second = true;
+        return false;
+    });
+    std::vector<BundleID> added;
+    for (const auto* entry : inOrder) {
+        if (!entry->second) {
+            tiles.emplace_back(BundleID(entry->first));
+            added.emplace_back(entry->first);
+        }
+    }
+    const auto isGone = [&](const auto& entry) { return !placed.contains(entry.first); };
+    std::erase_if(renames, isGone);
+    std::erase_if(icons, isGone);
     return added;
 }
 
@@ -231,44 +261,40 @@ std::optional<Uuid> Board::drop(BundleID app, std::string_view ontoTileID,
 
 std::optional<Uuid> Board::makeFolder(std::vector<BundleID> apps, std::string_view title,
                                       const UuidSource& uuids) {
-    // The tile that holds each wanted app; nothing as long as it has not been found.
+    // Where each wanted app stood, nothing for one that is not on the board; and the entries in the
+    // order given.
     std::unordered_map<std::string_view, std::optional<std::size_t>> places;
+    std::vector<decltype(places)::value_type*> inOrder;
     places.reserve(apps.size());
+    inOrder.reserve(apps.size());
     for (const BundleID& app : apps) {
-        places.emplace(app, std::nullopt);
-    }
-    eachApp(tiles, [&](const BundleID& app, std::size_t tile) {
-        const auto wanted = places.find(app);
-        if (wanted != places.end() && !wanted->second) {
-            wanted->second = tile;
+        const auto [entry, isNew] = places.emplace(app, std::nullopt);
+        if (isNew) {
+            inOrder.push_back(&*entry);
         }
+    }
+    removeApps(tiles, [&](const BundleID& app, std::size_t index) {
+        const auto wanted = places.find(app);
+        if (wanted == places.end()) {
+            return false;
+        }
+        wanted->second = wanted->second ? wanted->second : index;
+        return true;
     });
-    std::vector<BundleID> kept;
+    Folder folder{.id = {}, .title = std::string(title), .apps = {}};
     std::optional<std::size_t> first;
-    AppSet seen;
-    for (const BundleID& app : apps) {
-        const auto place = places.find(app)->second;
-        if (place && seen.insert(app).second) {
-            first = first ? first : place;
-            kept.push_back(app);
+    for (const auto* entry : inOrder) {
+        if (entry->second) {
+            first = first ? first : entry->second;
+            folder.apps.emplace_back(entry->first);
         }
     }
     if (!first) {
         return std::nullopt;
     }
-    // Split where the folder goes, so that what is removed before it needs no counting.
-    const auto middle = tiles.begin() + static_cast<std::ptrdiff_t>(*first);
-    std::vector<Tile> after;
-    after.reserve(tiles.size() - *first);
-    std::move(middle, tiles.end(), std::back_inserter(after));
-    tiles.erase(middle, tiles.end());
-    const auto isTaken = [&](const BundleID& app) { return seen.contains(app); };
-    removeApps(tiles, isTaken);
-    removeApps(after, isTaken);
-
     const Uuid id = uuids();
-    tiles.emplace_back(Folder{.id = id, .title = std::string(title), .apps = std::move(kept)});
-    std::ranges::move(after, std::back_inserter(tiles));
+    folder.id = id;
+    insertAt(tiles, static_cast<std::ptrdiff_t>(*first), Tile(std::move(folder)));
     return id;
 }
 
@@ -282,16 +308,15 @@ void Board::updateFolder(const Uuid& id, const std::function<void(Folder&)>& edi
     edit(edited);
     edited.id = stored.id;
     if (edited.apps != stored.apps) {
-        AppSet elsewhere;
+        AppSet wanted(edited.apps.begin(), edited.apps.end());
         eachApp(tiles, [&](const BundleID& app, std::size_t tile) {
             if (tile != *index) {
-                elsewhere.insert(app);
+                wanted.erase(app);
             }
         });
-        AppSet taken;
         std::vector<BundleID> apps;
         for (const BundleID& app : edited.apps) {
-            if (!elsewhere.contains(app) && taken.insert(app).second) {
+            if (wanted.erase(app) > 0) {
                 apps.push_back(app);
             }
         }
@@ -351,9 +376,10 @@ void Board::sortByUse(const std::function<std::int64_t(const BundleID&)>& uses) 
     }
     std::vector<std::size_t> order(tiles.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
-    std::ranges::stable_sort(order, std::ranges::greater{},
-                             [&](std::size_t index) { return scores[index]; });
-    arrange(tiles, order);
+    std::ranges::sort(order, [&](std::size_t a, std::size_t b) {
+        return scores[a] != scores[b] ? scores[a] > scores[b] : a < b;
+    });
+    arrange(tiles, std::move(order));
 }
 
 void toJson(json::Value& object, const Board& board) {

@@ -66,7 +66,10 @@ class Collator::Rules {
             if (!isAscii) {
                 appendCollationKey(bytes, names[i]);
             }
-            (isAscii ? ascii : others).push_back({0, begin, bytes.size(), i});
+            (isAscii ? ascii : others)
+                .push_back({.begin = begin,
+                            .size = static_cast<std::uint32_t>(bytes.size() - begin),
+                            .name = static_cast<std::uint32_t>(i)});
         }
         sortKeys(ascii, bytes);
         sortKeys(others, bytes);
@@ -74,10 +77,19 @@ class Collator::Rules {
         order.reserve(names.size());
         auto next = ascii.cbegin();
         for (const Key& other : others) {
-            const auto end = std::partition_point(next, ascii.cend(), [&](const Key& key) {
+            const auto isBefore = [&](const Key& key) {
                 const auto found = compareByCollator(names[key.name], names[other.name]);
                 return found < 0 || (found == 0 && key.name < other.name);
-            });
+            };
+            // Mostly a few steps away: searched in a window that doubles until it holds the place.
+            auto from = next;
+            std::ptrdiff_t window = 1;
+            while (ascii.cend() - from > window && isBefore(from[window])) {
+                from += window;
+                window *= 2;
+            }
+            const auto to = from + std::min(window, ascii.cend() - from);
+            const auto end = std::partition_point(from, to, isBefore);
             for (; next != end; ++next) {
                 order.push_back(next->name);
             }
@@ -92,28 +104,39 @@ class Collator::Rules {
   private:
     /// Where the sort key of a name lies in a buffer of keys.
     struct Key {
-        std::uint64_t head; ///< the first eight bytes as a number: most comparisons end there
-        std::size_t begin;
-        std::size_t end;
-        std::size_t name; ///< index of the name
+        // The first bytes as numbers: most comparisons end there.
+        std::uint64_t head = 0;
+        std::uint64_t next = 0;
+        std::size_t begin = 0;
+        std::uint32_t size = 0;
+        std::uint32_t name = 0; ///< index of the name
     };
 
-    static void sortKeys(std::vector<Key>& keys, const std::string& bytes) {
-        const std::string_view all = bytes;
+    /// Up to eight bytes as a number that compares as they do.
+    static std::uint64_t leading(std::string_view bytes) {
+        std::uint64_t number = 0;
+        for (std::size_t i = 0; i < 8; ++i) {
+            number = number << 8U | (i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0U);
+        }
+        return number;
+    }
+
+    static void sortKeys(std::vector<Key>& keys, std::string_view bytes) {
+        const auto bytesOf = [&](const Key& key) { return bytes.substr(key.begin, key.size); };
         for (Key& key : keys) {
-            for (std::size_t i = 0; i < 8; ++i) {
-                const std::size_t at = key.begin + i;
-                key.head =
-                    key.head << 8U | (at < key.end ? static_cast<unsigned char>(all[at]) : 0);
-            }
+            const std::string_view all = bytesOf(key);
+            key.head = leading(all);
+            key.next = leading(all.substr(std::min<std::size_t>(8, all.size())));
         }
         std::ranges::sort(keys, [&](const Key& a, const Key& b) {
             if (a.head != b.head) {
                 return a.head < b.head;
             }
-            const int difference =
-                all.substr(a.begin, a.end - a.begin).compare(all.substr(b.begin, b.end - b.begin));
-            return difference < 0 || (difference == 0 && a.name < b.name);
+            if (a.next != b.next) {
+                return a.next < b.next;
+            }
+            const auto order = bytesOf(a) <=> bytesOf(b);
+            return order < 0 || (order == 0 && a.name < b.name);
         });
     }
 
@@ -161,7 +184,7 @@ class Collator::Rules {
         if (std::ranges::any_of(characters, isPassedOver)) {
             return;
         }
-        std::ranges::stable_sort(characters, before);
+        std::ranges::sort(characters, before);
         // Weight 0 is "not in the table"; steps of one leave room for 95 characters in a byte.
         std::uint8_t weight = 1;
         for (std::size_t i = 0; i < characters.size(); ++i) {
@@ -178,15 +201,15 @@ class Collator::Rules {
     bool appendAsciiKey(std::string& key, std::string_view text) const {
         const std::size_t begin = key.size();
         for (std::size_t i = 0; i < text.size();) {
-            const auto c = static_cast<unsigned char>(text[i]);
-            if (c >= weights_.size() || weights_[c] == 0) {
+            const std::uint8_t weight = weights_[static_cast<unsigned char>(text[i])];
+            if (weight == 0) {
                 key.resize(begin);
                 return false;
             }
             if (isDigit(text[i])) {
                 i = appendNumber(key, text, i);
             } else {
-                key.push_back(static_cast<char>(weights_[c]));
+                key.push_back(static_cast<char>(weight));
                 ++i;
             }
         }
@@ -235,7 +258,7 @@ class Collator::Rules {
 
     std::unique_ptr<icu::Collator> collator_;
     /// By character; 0 for those that have none, which are all when the table is not in use.
-    std::array<std::uint8_t, 0x80> weights_{};
+    std::array<std::uint8_t, 0x100> weights_{};
 };
 
 Collator::Collator(std::string_view locale) : rules_(std::make_shared<const Rules>(locale)) {}

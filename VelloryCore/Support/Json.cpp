@@ -8,29 +8,60 @@ namespace vellory::json {
 
 namespace {
 
-/// How deep arrays and objects nest, from the brackets outside of strings. Asked before parsing, so
-/// that a hostile text is turned away before anything is built from it.
-int nesting(std::string_view text) {
+/// A text that is about to be parsed.
+struct Prepared {
+    /// Runs of blanks outside of strings as one space: the parser takes its time over each of the
+    /// blanks that a pretty text is half made of.
+    std::string text;
+    /// How deep arrays and objects nest, from the brackets outside of strings. Known before
+    /// parsing, so that a hostile text is turned away before anything is built from it.
     int depth = 0;
-    int deepest = 0;
+};
+
+Prepared prepared(std::string_view text) {
+    Prepared out;
+    out.text.resize(text.size());
+    char* end = out.text.data();
+    int depth = 0;
     bool inString = false;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char c = text[i];
         if (inString) {
-            if (c == '\\') {
-                ++i;
+            *end++ = c;
+            if (c == '\\' && i + 1 < text.size()) {
+                *end++ = text[++i];
             } else if (c == '"') {
                 inString = false;
             }
-        } else if (c == '"') {
-            inString = true;
-        } else if (c == '[' || c == '{') {
-            deepest = std::max(deepest, ++depth);
-        } else if (c == ']' || c == '}') {
-            --depth;
+            continue;
         }
+        switch (c) {
+        case ' ':
+        case '\t':
+        case '\n':
+        case '\r':
+            if (end == out.text.data() || end[-1] != ' ') {
+                *end++ = ' ';
+            }
+            continue;
+        case '"':
+            inString = true;
+            break;
+        case '[':
+        case '{':
+            out.depth = std::max(out.depth, ++depth);
+            break;
+        case ']':
+        case '}':
+            --depth;
+            break;
+        default:
+            break;
+        }
+        *end++ = c;
     }
-    return deepest;
+    out.text.resize(static_cast<std::size_t>(end - out.text.data()));
+    return out;
 }
 
 /// Passes the parser's events on.
@@ -72,10 +103,12 @@ class VisitorEvents final : public nlohmann::json_sax<Value> {
 } // namespace
 
 std::expected<Value, Error> parse(std::string_view text) {
-    if (nesting(text) > maxDepth) {
+    const Prepared ready = prepared(text);
+    if (ready.depth > maxDepth) {
         return std::unexpected(Error::syntax);
     }
-    Value document = Value::parse(text.begin(), text.end(), nullptr, false);
+    const char* const begin = ready.text.data();
+    Value document = Value::parse(begin, begin + ready.text.size(), nullptr, false);
     if (document.is_discarded()) {
         return std::unexpected(Error::syntax);
     }

@@ -40,11 +40,11 @@ class Reader {
             size.bytes > limits_.bytes) {
             return std::unexpected(Error::tooLarge);
         }
-        auto value = build(*top);
-        if (!value) {
+        Value value;
+        if (!build(*top, value)) {
             return std::unexpected(Error::malformed);
         }
-        return *std::move(value);
+        return value;
     }
 
   private:
@@ -230,65 +230,70 @@ class Reader {
         whole.bytes = std::min(most, whole.bytes + part.bytes);
     }
 
-    /// Recursion is bounded: the depth has been measured.
-    std::optional<Value> build(std::size_t index) const {
+    /// Recursion is bounded: the depth has been measured. False for an object that is damaged.
+    bool build(std::size_t index, Value& out) const {
         const auto object = objectAt(index);
         if (!object) {
-            return std::nullopt;
+            return false;
         }
         const std::string_view content = bytes_.substr(object->content, object->size);
         switch (object->kind) {
         case Kind::simple:
-            return simple(object->count);
+            return simple(object->count, out);
         case Kind::integer:
-            // Up to four bytes are unsigned, eight are signed; of sixteen the lower eight count.
-            return object->size > 16 ? std::nullopt
-                                     : std::optional(Value{static_cast<std::int64_t>(
-                                           number(object->content + object->size -
-                                                      std::min<std::size_t>(8, object->size),
-                                                  8 < object->size ? 8 : object->size))});
+            return integer(*object, out);
         case Kind::real:
-            return real(*object);
+            return real(*object, out);
         case Kind::date:
-            return object->size == 8 ? std::optional(Value{Date::since2001(
-                                           std::bit_cast<double>(number(object->content, 8)))})
-                                     : std::nullopt;
-        case Kind::data:
-            return Value{Data{std::string(content)}};
-        case Kind::ascii:
-            return Value{Text::repairedUtf8(content)};
-        case Kind::utf16:
-            return Value{utf8(*object)};
+            out.content = Date::since2001(std::bit_cast<double>(number(object->content, 8)));
+            return object->size == 8;
         case Kind::uid:
-            return object->size <= 8
-                       ? std::optional(Value{Uid{number(object->content, object->size)}})
-                       : std::nullopt;
+            out.content = Uid{number(object->content, object->size)};
+            return object->size <= 8;
+        case Kind::data:
+            out.content = Data{std::string(content)};
+            return true;
+        case Kind::ascii:
+            out.content = Text::repairedUtf8(content);
+            return true;
+        case Kind::utf16:
+            out.content = utf8(*object);
+            return true;
         case Kind::dictionary:
-            return dictionary(*object);
+            return dictionary(*object, out.content.emplace<Dictionary>());
         default:
-            return array(*object);
+            return array(*object, out.content.emplace<Array>());
         }
     }
 
-    static std::optional<Value> simple(std::size_t value) {
+    static bool simple(std::size_t value, Value& out) {
         switch (value) {
         case 0x0: // null: no value of ours
-            return Value{std::string()};
+            out.content = std::string();
+            return true;
         case 0x8:
-            return Value{false};
         case 0x9:
-            return Value{true};
+            out.content = value == 0x9;
+            return true;
         default:
-            return std::nullopt;
+            return false;
         }
     }
 
-    std::optional<Value> real(const Object& object) const {
-        const std::uint64_t bits = number(object.content, std::min<std::size_t>(8, object.size));
-        if (object.size == 4) {
-            return Value{double{std::bit_cast<float>(static_cast<std::uint32_t>(bits))}};
-        }
-        return object.size == 8 ? std::optional(Value{std::bit_cast<double>(bits)}) : std::nullopt;
+    /// Up to four bytes are unsigned, eight are signed; of sixteen the lower eight count.
+    bool integer(const Object& object, Value& out) const {
+        const std::size_t size = std::min<std::size_t>(8, object.size);
+        const std::size_t lowest = object.content + object.size - size;
+        out.content = static_cast<std::int64_t>(number(lowest, size));
+        return object.size <= 16;
+    }
+
+    bool real(const Object& object, Value& out) const {
+        const std::uint64_t bits = number(object.content, object.size);
+        out.content = object.size == 4
+                          ? double{std::bit_cast<float>(static_cast<std::uint32_t>(bits))}
+                          : std::bit_cast<double>(bits);
+        return object.size == 4 || object.size == 8;
     }
 
     std::string utf8(const Object& object) const {
@@ -302,33 +307,28 @@ class Reader {
             .toUTF8String(out);
     }
 
-    std::optional<Value> array(const Object& object) const {
-        Array out;
+    bool array(const Object& object, Array& out) const {
         out.reserve(object.count);
         for (std::size_t i = 0; i < object.count; ++i) {
             const auto member = reference(object, i);
-            auto value = member ? build(*member) : std::nullopt;
-            if (!value) {
-                return std::nullopt;
+            if (!member || !build(*member, out.emplace_back())) {
+                return false;
             }
-            out.push_back(*std::move(value));
         }
-        return Value{std::move(out)};
+        return true;
     }
 
-    std::optional<Value> dictionary(const Object& object) const {
-        Dictionary out;
+    bool dictionary(const Object& object, Dictionary& out) const {
         for (std::size_t i = 0; i < object.count; ++i) {
-            const auto keyIndex = reference(object, i);
-            const auto valueIndex = reference(object, object.count + i);
-            const auto key = keyIndex ? build(*keyIndex) : std::nullopt;
-            auto value = valueIndex ? build(*valueIndex) : std::nullopt;
-            if (!key || key->string() == nullptr || !value) {
-                return std::nullopt;
+            const auto key = reference(object, i);
+            const auto value = reference(object, object.count + i);
+            Value name;
+            if (!key || !value || !build(*key, name) || name.string() == nullptr ||
+                !build(*value, out[*name.string()])) {
+                return false;
             }
-            out.insert_or_assign(*key->string(), *std::move(value));
         }
-        return Value{std::move(out)};
+        return true;
     }
 
     std::string_view bytes_;

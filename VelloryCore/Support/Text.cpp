@@ -24,10 +24,6 @@ bool isAscii(std::string_view text) {
     return std::ranges::none_of(text, [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
 }
 
-constexpr bool isAsciiSpace(char c) {
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
 constexpr char asciiLower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
 }
