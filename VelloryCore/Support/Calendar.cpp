@@ -2,10 +2,13 @@
 #include "Support/Calendar.h"
 
 #include <cmath>
+#include <limits>
 #include <string>
 
+#include <unicode/basictz.h>
 #include <unicode/gregocal.h>
 #include <unicode/timezone.h>
+#include <unicode/tztrans.h>
 
 namespace vellory {
 
@@ -13,10 +16,6 @@ namespace {
 
 /// Past this the calendar's own arithmetic would overflow: about 100,000 years.
 constexpr double furthestSeconds = 3.2e12;
-
-bool isInRange(Date date) {
-    return date.isFinite() && std::fabs(date.secondsSince2001) <= furthestSeconds;
-}
 
 UDate toMilliseconds(Date date) {
     return std::floor(date.secondsSince1970() * 1000.0);
@@ -67,9 +66,13 @@ Calendar Calendar::current() {
     return Calendar(std::make_shared<const Zone>(icu::TimeZone::createDefault()));
 }
 
+bool Calendar::covers(Date date) {
+    return date.isFinite() && std::fabs(date.secondsSince2001) <= furthestSeconds;
+}
+
 std::optional<Calendar::Components> Calendar::components(Date date) const {
     const auto calendar = zone_->scratch();
-    if (calendar == nullptr || !isInRange(date)) {
+    if (calendar == nullptr || !covers(date)) {
         return std::nullopt;
     }
     UErrorCode status = U_ZERO_ERROR;
@@ -120,12 +123,40 @@ std::optional<Date> Calendar::date(const Components& components) const {
         return std::nullopt;
     }
     const Date date = fromMilliseconds(time);
-    return isInRange(date) ? std::optional(date) : std::nullopt;
+    return covers(date) ? std::optional(date) : std::nullopt;
+}
+
+std::optional<Calendar::Stretch> Calendar::stretch(Date date) const {
+    if (zone_->prototype == nullptr || !covers(date)) {
+        return std::nullopt;
+    }
+    const auto* zone = dynamic_cast<const icu::BasicTimeZone*>(&zone_->prototype->getTimeZone());
+    if (zone == nullptr) {
+        return std::nullopt;
+    }
+    const UDate milliseconds = toMilliseconds(date);
+    UErrorCode status = U_ZERO_ERROR;
+    std::int32_t raw = 0;
+    std::int32_t daylight = 0;
+    zone->getOffset(milliseconds, false, raw, daylight, status);
+    if (U_FAILURE(status)) {
+        return std::nullopt;
+    }
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    Stretch out{-infinity, infinity, std::int64_t{raw} + daylight};
+    icu::TimeZoneTransition change;
+    if (zone->getPreviousTransition(milliseconds, true, change)) {
+        out.from = change.getTime();
+    }
+    if (zone->getNextTransition(milliseconds, false, change)) {
+        out.until = change.getTime();
+    }
+    return out;
 }
 
 std::optional<Date> Calendar::addingDays(Date date, int days) const {
     const auto calendar = zone_->scratch();
-    if (calendar == nullptr || !isInRange(date)) {
+    if (calendar == nullptr || !covers(date)) {
         return std::nullopt;
     }
     UErrorCode status = U_ZERO_ERROR;
@@ -137,7 +168,7 @@ std::optional<Date> Calendar::addingDays(Date date, int days) const {
         return std::nullopt;
     }
     const Date moved = date + (time - milliseconds) / 1000.0;
-    return isInRange(moved) ? std::optional(moved) : std::nullopt;
+    return covers(moved) ? std::optional(moved) : std::nullopt;
 }
 
 } // namespace vellory

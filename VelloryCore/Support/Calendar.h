@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -32,7 +33,10 @@ class Calendar {
     /// The calendar of the zone that the machine is set to.
     static Calendar current();
 
-    /// Nothing for a date that is not finite or lies more than about 100,000 years away.
+    /// Whether the calendar reaches `date`: finite, and at most about 100,000 years away.
+    static bool covers(Date date);
+
+    /// Nothing for a date that is not covered.
     std::optional<Components> components(Date date) const;
 
     /// The first moment of the day that holds `date`: midnight, or the first moment after it where
@@ -43,6 +47,16 @@ class Calendar {
     /// overflow carry over (day 32 of January is 1 February). A time that the clocks skip is moved
     /// forward by the gap; of a time that comes twice the first is meant.
     std::optional<Date> date(const Components& components) const;
+
+    /// A stretch of time through which the zone's clocks stand at one distance from UTC: from one
+    /// change of the clocks to the next. In milliseconds since 1970, as the zone's rules have it.
+    struct Stretch {
+        double from = 0;  ///< included; minus infinity before the first change
+        double until = 0; ///< not included; infinity after the last
+        std::int64_t offset = 0;
+    };
+    /// The stretch that holds a moment; nothing for a date that is not covered.
+    std::optional<Stretch> stretch(Date date) const;
 
     /// The same wall-clock time `days` days later (earlier when negative).
     std::optional<Date> addingDays(Date date, int days) const;

@@ -16,6 +16,8 @@ struct Prepared {
     /// How deep arrays and objects nest, from the brackets outside of strings. Known before
     /// parsing, so that a hostile text is turned away before anything is built from it.
     int depth = 0;
+    /// Never less than the values in the text: the first, and one after each bracket and comma.
+    std::size_t values = 1;
 };
 
 Prepared prepared(std::string_view text) {
@@ -50,6 +52,10 @@ Prepared prepared(std::string_view text) {
         case '[':
         case '{':
             out.depth = std::max(out.depth, ++depth);
+            ++out.values;
+            break;
+        case ',':
+            ++out.values;
             break;
         case ']':
         case '}':
@@ -104,7 +110,7 @@ class VisitorEvents final : public nlohmann::json_sax<Value> {
 
 std::expected<Value, Error> parse(std::string_view text) {
     const Prepared ready = prepared(text);
-    if (ready.depth > maxDepth) {
+    if (ready.depth > maxDepth || ready.values > maxValues) {
         return std::unexpected(Error::syntax);
     }
     const char* const begin = ready.text.data();

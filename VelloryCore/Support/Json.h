@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <expected>
 #include <limits>
@@ -32,12 +33,16 @@ namespace vellory::json {
 using Value = nlohmann::json;
 
 enum class Error {
-    syntax,  ///< not JSON, not UTF-8, or nested deeper than `maxDepth`
+    syntax,  ///< not JSON, not UTF-8, nested deeper than `maxDepth` or of more than `maxValues`
     mismatch ///< JSON of another shape: a key is missing or holds another type
 };
 
 /// How deep a text may nest; our own files need fewer than ten levels.
 inline constexpr int maxDepth = 128;
+
+/// How many values a text may hold. A value of two bytes can cost more than a hundred once it is
+/// built; the largest of our own files hold about a tenth of this.
+inline constexpr std::size_t maxValues = 500'000;
 
 enum class Style { pretty, compact };
 

@@ -68,6 +68,20 @@ icu::UnicodeString widthFolded(const icu::UnicodeString& text, const icu::Normal
     return out;
 }
 
+/// Marks with a combining class are diacritics; those without one (most vowel signs of the Indic
+/// scripts) are letters to their readers and stay.
+icu::UnicodeString withoutDiacritics(const icu::UnicodeString& text) {
+    icu::UnicodeString out;
+    for (std::int32_t i = 0; i < text.length();) {
+        const UChar32 c = text.char32At(i);
+        i += U16_LENGTH(c);
+        if (u_getCombiningClass(c) == 0) {
+            out.append(c);
+        }
+    }
+    return out;
+}
+
 std::string normalizedByUnicode(std::string_view text) {
     UErrorCode status = U_ZERO_ERROR;
     const icu::Normalizer2* nfkc = icu::Normalizer2::getNFKCInstance(status);
@@ -78,32 +92,57 @@ std::string normalizedByUnicode(std::string_view text) {
     }
     icu::UnicodeString folded = widthFolded(unicode(text), *nfkc);
     folded.foldCase();
-    const icu::UnicodeString decomposed = nfd->normalize(folded, status);
-    icu::UnicodeString bare;
-    for (std::int32_t i = 0; i < decomposed.length();) {
-        const UChar32 c = decomposed.char32At(i);
-        i += U16_LENGTH(c);
-        // Marks with a combining class are diacritics; those without one (most vowel signs of the
-        // Indic scripts) are letters to their readers and stay.
-        if (u_getCombiningClass(c) == 0) {
-            bare.append(c);
-        }
-    }
+    // Putting a long run of marks in canonical order takes quadratic time, so those that stand for
+    // themselves go before decomposing, and those that it brings to light after it.
+    const icu::UnicodeString decomposed = nfd->normalize(withoutDiacritics(folded), status);
+    const icu::UnicodeString bare = withoutDiacritics(decomposed);
     const std::string out = utf8(nfc->normalize(bare, status));
     return std::string(trimmed(out));
+}
+
+/// Whether code points of this kind never join a neighbour of such a kind. Carriage returns, marks,
+/// joiners, the letters of Korean syllables and flags are of other kinds.
+bool standsAlone(UChar32 c) {
+    switch (u_getIntPropertyValue(c, UCHAR_GRAPHEME_CLUSTER_BREAK)) {
+    case U_GCB_OTHER:
+    case U_GCB_CONTROL:
+    case U_GCB_LF:
+    case U_GCB_LV:
+    case U_GCB_LVT:
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// Calls `visit(begin, end)` with the byte range of each grapheme cluster until it returns false, if
+/// every code point of `text` is one; else calls nothing and returns false.
+template <class Visit>
+bool eachLoneCodePoint(std::string_view text, Visit visit) {
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    const auto size = static_cast<std::int32_t>(text.size());
+    for (std::int32_t i = 0; i < size;) {
+        UChar32 c = 0;
+        U8_NEXT_OR_FFFD(bytes, i, size, c);
+        if (c == '\r' || (c >= 0x300 && !standsAlone(c))) {
+            return false;
+        }
+    }
+    for (std::int32_t i = 0; i < size;) {
+        const std::int32_t begin = i;
+        UChar32 c = 0;
+        U8_NEXT_OR_FFFD(bytes, i, size, c);
+        if (!visit(static_cast<std::size_t>(begin), static_cast<std::size_t>(i))) {
+            break;
+        }
+    }
+    return true;
 }
 
 /// Calls `visit(begin, end)` with the byte range of each grapheme cluster until it returns false.
 template <class Visit>
 void eachGrapheme(std::string_view text, Visit visit) {
-    if (isAscii(text)) {
-        for (std::size_t i = 0; i < text.size();) {
-            const std::size_t size = text.substr(i, 2) == "\r\n" ? 2 : 1;
-            if (!visit(i, i + size)) {
-                return;
-            }
-            i += size;
-        }
+    if (eachLoneCodePoint(text, visit)) {
         return;
     }
     UErrorCode status = U_ZERO_ERROR;

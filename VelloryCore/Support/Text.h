@@ -25,6 +25,15 @@ std::string_view trimmed(std::string_view text);
 std::string lowercased(std::string_view text);
 std::string uppercased(std::string_view text);
 
+/// Whether two texts differ in letter case only, without regard to any locale. Accents count; how
+/// they are spelled (é as one code point or as two) does not.
+bool equalsIgnoringCase(std::string_view a, std::string_view b);
+
+/// Whether `part` occurs in `text`, letter case aside by the rules of a locale such as "tr_TR"
+/// (where I is the capital of ı, not of i). The empty text occurs in every text.
+bool containsIgnoringCase(std::string_view text, std::string_view part,
+                          std::string_view locale = {});
+
 /// The first letter of every word in upper case and the others in lower case.
 std::string capitalized(std::string_view text);
 

@@ -40,6 +40,9 @@ class TemporaryFolder {
             .write(content.data(), static_cast<std::streamsize>(content.size()));
         return file;
     }
+    std::filesystem::path write(const std::filesystem::path& name, std::string_view content) const {
+        return put(name, content);
+    }
 
   private:
     std::filesystem::path path_;
@@ -61,3 +64,7 @@ inline std::vector<std::string> namesIn(const std::filesystem::path& folder) {
 }
 
 } // namespace vellory::test
+
+namespace vellory {
+using test::TemporaryFolder;
+}

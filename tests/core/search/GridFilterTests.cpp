@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Search/GridFilter.h"
+
+#include <gmock/gmock.h>
+
+namespace vellory {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Optional;
+using testing::UnorderedElementsAre;
+
+Uuid id(std::uint8_t number) {
+    std::array<std::uint8_t, 16> bytes{};
+    bytes[15] = number;
+    return Uuid(bytes);
+}
+
+Workspace workspace(std::uint8_t number, const std::vector<BundleID>& apps) {
+    Workspace out;
+    out.id = id(number);
+    out.items.push_back(Workspace::Item::url("https://example.org"));
+    for (const auto& app : apps) {
+        out.items.push_back(Workspace::Item::app(app));
+    }
+    return out;
+}
+
+const std::vector<Workspace> list{workspace(1, {"mail", "notes"}), workspace(2, {"maps", "mail"}),
+                                  workspace(3, {"music"}), workspace(1, {"later.twin"})};
+
+const Tile mail(BundleID("mail"));
+const Tile music(BundleID("music"));
+const Tile work(Folder{.id = id(11), .title = "Work", .apps = {"music"}});
+const Tile play(Folder{.id = id(12), .title = "Play", .apps = {"mail"}});
+const std::vector<Tile> grid{music, work, mail, play};
+
+TEST(GridFilter, OfNothingShowsEverything) {
+    const GridFilter filter{.name = "Work"};
+    EXPECT_TRUE(filter.isEmpty());
+    EXPECT_EQ(filter.allowedApps(list), std::nullopt);
+    EXPECT_EQ(filter.tiles(grid, list), grid);
+}
+
+TEST(GridFilter, OfFoldersShowsThemAndNoLooseApps) {
+    const GridFilter filter{.folders = {id(11), id(99)}};
+    EXPECT_FALSE(filter.isEmpty());
+    EXPECT_THAT(filter.allowedApps(list), Optional(IsEmpty()));
+    EXPECT_THAT(filter.tiles(grid, list), ElementsAre(work));
+}
+
+TEST(GridFilter, OfWorkspacesShowsTheAppsOfAllThatExist) {
+    const GridFilter filter{.workspaces = {id(2), id(3), id(99)}};
+    EXPECT_FALSE(filter.isEmpty());
+    EXPECT_THAT(filter.allowedApps(list), Optional(UnorderedElementsAre("maps", "mail", "music")));
+    EXPECT_THAT(filter.tiles(grid, list),
+                ElementsAre(music, mail)); // folders go by identifier only
+    EXPECT_THAT((GridFilter{.workspaces = {id(99)}}).allowedApps(list), Optional(IsEmpty()));
+    EXPECT_THAT((GridFilter{.folders = {id(12)}, .workspaces = {id(3)}}).tiles(grid, list),
+                ElementsAre(music, play));
+}
+
+TEST(GridFilter, OfOnlyOneWorkspaceLooksAtNoOtherForApps) {
+    GridFilter filter{.folders = {id(11)}, .workspaces = {id(3)}, .onlyWorkspace = id(1)};
+    EXPECT_THAT(filter.allowedApps(list), Optional(UnorderedElementsAre("mail", "notes")));
+    EXPECT_THAT(filter.tiles(grid, list), ElementsAre(work, mail));
+    filter.onlyWorkspace = id(99);
+    EXPECT_THAT(filter.allowedApps(list), Optional(IsEmpty()));
+    EXPECT_FALSE((GridFilter{.onlyWorkspace = id(99)}).isEmpty());
+    EXPECT_THAT((GridFilter{.onlyWorkspace = id(99)}).tiles(grid, list), IsEmpty());
+}
+
+TEST(GridFilter, IsKeptInTheSettingsUntilNothingIsSaved) {
+    MemoryDefaults defaults;
+    EXPECT_EQ(GridFilter::load(defaults), std::nullopt);
+    for (const auto& filter :
+         {GridFilter{
+              .name = "Arbeit 🧑‍💻", .folders = {id(1)}, .workspaces = {id(2), id(3)}},
+          GridFilter{.name = "", .onlyWorkspace = id(0xAB)}}) {
+        GridFilter::save(filter, defaults);
+        EXPECT_EQ(GridFilter::load(defaults), filter);
+    }
+    GridFilter::save(std::nullopt, defaults);
+    EXPECT_EQ(defaults.value("vellory.focusFilter"), std::nullopt);
+}
+
+TEST(GridFilter, IsStoredUnderItsFieldsNames) {
+    MemoryDefaults defaults;
+    GridFilter::save(GridFilter{.name = "W", .folders = {id(0xAB)}, .onlyWorkspace = id(1)},
+                     defaults);
+    const auto stored = defaults.string("vellory.focusFilter");
+    ASSERT_TRUE(stored);
+    EXPECT_EQ(json::parse(*stored).value(), json::Value::parse(R"({"name": "W", "workspaces": [],
+                  "folders": ["00000000-0000-0000-0000-0000000000AB"],
+                  "onlyWorkspace": "00000000-0000-0000-0000-000000000001"})"));
+}
+
+TEST(GridFilter, WhatCannotBeReadIsNoFilter) {
+    for (const auto* text :
+         {"", "{", "[]", "null", R"({"name": "W", "folders": []})",
+          R"({"name": 1, "folders": [], "workspaces": []})",
+          R"({"name": "W", "folders": ["not an identifier"], "workspaces": []})",
+          R"({"name": "W", "folders": [], "workspaces": [], "onlyWorkspace": 7})"}) {
+        MemoryDefaults defaults;
+        defaults.set("vellory.focusFilter", std::string(text));
+        EXPECT_EQ(GridFilter::load(defaults), std::nullopt) << text;
+    }
+    MemoryDefaults defaults;
+    defaults.set("vellory.focusFilter", true);
+    EXPECT_EQ(GridFilter::load(defaults), std::nullopt);
+    defaults.set("vellory.focusFilter",
+                 std::string(R"({"name": "W", "folders": [], "workspaces": [], "new": 1,
+                                 "onlyWorkspace": null})"));
+    EXPECT_EQ(GridFilter::load(defaults), (GridFilter{.name = "W"}));
+}
+
+} // namespace
+} // namespace vellory

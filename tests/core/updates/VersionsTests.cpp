@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Updates/Versions.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace vellory {
+namespace {
+
+TEST(Versions, ALargerNumberAtTheFirstDifferenceIsNewer) {
+    const struct {
+        std::string_view newer;
+        std::string_view older;
+    } cases[] = {
+        {"1.2.10", "1.2.9"},
+        {"1.10", "1.9"},
+        {"3", "2.99"},
+        {"2.0.1", "2.0"},
+        {"1.2.0.0.1", "1.2"},
+        {"12b3", "11.9"},
+        {"1", ""},
+        {"1..3", "1.2"},
+        {"2024.01.15", "2024.1.9"},
+        {"18446744073709551616", "18446744073709551615"},
+        {"99999999999999999999999999", "99999999999999999999999998"},
+        {"1.2", "v9"},
+    };
+    for (const auto& test : cases) {
+        EXPECT_TRUE(Versions::isNewer(test.newer, test.older)) << test.newer;
+        EXPECT_FALSE(Versions::isNewer(test.older, test.newer)) << test.newer;
+    }
+}
+
+TEST(Versions, WhatLooksDifferentMayBeEqual) {
+    const struct {
+        std::string_view a;
+        std::string_view b;
+    } cases[] = {
+        {"1.2", "1.2.0"},        {"2.0 beta", "2.0"}, {"12b3", "12b4"},
+        {"1..2.", ".1.2"},       {"007", "7"},        {"", "0.0"},
+        {"beta", "..."},         {"1.x.3", "1.0.3"},  {"1.-2", "1"},
+        {"1.\xEF\xBC\x92", "1"}, {" 1", "rc1"},
+    };
+    for (const auto& test : cases) {
+        EXPECT_FALSE(Versions::isNewer(test.a, test.b)) << test.a;
+        EXPECT_FALSE(Versions::isNewer(test.b, test.a)) << test.a;
+    }
+}
+
+} // namespace
+} // namespace vellory

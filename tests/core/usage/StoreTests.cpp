@@ -1,0 +1,185 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Usage/LaunchLog.h"
+#include "Usage/UsageStore.h"
+
+#include <limits>
+
+#include <gmock/gmock.h>
+
+#include "Support/AtomicFile.h"
+#include "support/TemporaryFolder.h"
+
+namespace vellory {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr double inf = std::numeric_limits<double>::infinity();
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+
+std::string contentOf(const std::filesystem::path& file) {
+    return AtomicFile::read(file).value_or("");
+}
+
+Date at(double seconds) {
+    return Date::since2001(seconds);
+}
+
+TEST(UsageStore, CountsLaunchesAndTheLatestRecordedDateReplacesTheLast) {
+    UsageStore store;
+    EXPECT_EQ(store.count("a"), 0);
+    store.record("a", at(100));
+    store.record("a", at(40)); // the clock was set back
+    EXPECT_EQ(store.count("a"), 2);
+    EXPECT_EQ(store.entries.at("a").last, at(40));
+}
+
+TEST(UsageStore, CountStopsAtTheGreatestNumber) {
+    UsageStore store;
+    store.entries["a"] = {std::numeric_limits<std::int64_t>::max(), at(0)};
+    store.record("a", at(1));
+    EXPECT_EQ(store.count("a"), std::numeric_limits<std::int64_t>::max());
+}
+
+TEST(UsageStore, ListsTakeTheFirstOfTheAppsAskedFor) {
+    UsageStore store;
+    store.entries = {{"a", {5, at(1)}}, {"b", {7, at(3)}}, {"c", {5, at(9)}}, {"d", {9, at(3)}}};
+    const std::set<BundleID> among{"a", "b", "c", "unknown"};
+    EXPECT_THAT(store.recent(2, among), ElementsAre("c", "b"));
+    EXPECT_THAT(store.recent(99, among), ElementsAre("c", "b", "a"));
+    // Equal counts by identifier.
+    EXPECT_THAT(store.mostUsed(99, among), ElementsAre("b", "a", "c"));
+    EXPECT_THAT(store.mostUsed(1, {"a", "b", "c", "d"}), ElementsAre("d"));
+    EXPECT_THAT(store.recent(0, among), IsEmpty());
+    EXPECT_THAT(store.mostUsed(3, {}), IsEmpty());
+}
+
+TEST(LaunchLog, OneLaunchPastTheLimitDropsTheOldest) {
+    LaunchLog log;
+    for (int i = 0; i < 4001; ++i) {
+        log.record("a", at(i));
+    }
+    ASSERT_EQ(log.events.size(), 4000U);
+    EXPECT_EQ(log.events.front().at, at(1));
+    EXPECT_EQ(log.events.back().at, at(4000));
+}
+
+TEST(LaunchLog, StoredLimitHoldsFromTheNextLaunch) {
+    // 14 events and limit 10: after one more the newest 10 are left.
+    LaunchLog log;
+    log.events.assign(14, {"old", at(0), {}});
+    log.limit = 10;
+    log.record("new", at(1), Uuid::parse("00000000-0000-4000-8000-000000000001"));
+    ASSERT_EQ(log.events.size(), 10U);
+    EXPECT_EQ(log.events.back().app, "new");
+    EXPECT_EQ(log.events.front().app, "old");
+
+    for (const std::int64_t none : {std::int64_t{0}, std::int64_t{-5}}) {
+        log.limit = none;
+        log.record("new", at(2));
+        EXPECT_THAT(log.events, IsEmpty());
+    }
+}
+
+TEST(UsageStores, DateThatIsNoNumberIsNotRecorded) {
+    UsageStore usage;
+    LaunchLog log;
+    for (const double bad : {nan, inf, -inf}) {
+        usage.record("a", at(bad));
+        log.record("a", at(bad));
+    }
+    EXPECT_EQ(usage, UsageStore{});
+    EXPECT_EQ(log, LaunchLog{});
+}
+
+TEST(UsageStores, FilesKeepEveryBitAndTheDocumentedShape) {
+    const TemporaryFolder folder;
+    const auto file = folder.path() / "new" / "store.json";
+
+    UsageStore usage;
+    usage.record("com.example.É", at(0.1));
+    usage.record("b", at(-1e300));
+    ASSERT_TRUE(usage.save(file));
+    EXPECT_EQ(UsageStore::load(file), usage);
+    EXPECT_EQ(json::parse(contentOf(file)).value()["entries"]["com.example.É"],
+              json::Value({{"count", 1}, {"last", 0.1}}));
+
+    LaunchLog log;
+    const auto workspace = Uuid::parse("3F2504E0-4F89-41D3-9A0C-0305E82C3301");
+    log.record("a", at(700'000'000.123456789), workspace);
+    log.record("b", at(1));
+    ASSERT_TRUE(log.save(file));
+    EXPECT_EQ(LaunchLog::load(file), log);
+    EXPECT_EQ(json::parse(contentOf(file)).value(),
+              json::Value({{"limit", 4000},
+                           {"events",
+                            {{{"app", "a"},
+                              {"at", 700'000'000.123456789},
+                              {"workspace", "3F2504E0-4F89-41D3-9A0C-0305E82C3301"}},
+                             {{"app", "b"}, {"at", 1.0}}}}}));
+}
+
+TEST(UsageStores, FileThatIsNoStoreReadsAsEmptyAndIsKeptBeside) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(UsageStore::load(folder.path() / "missing.json"), UsageStore{});
+    EXPECT_EQ(LaunchLog::load(folder.path()), LaunchLog{}); // a folder
+
+    const char* const usages[] = {
+        "",
+        "{}",
+        "[]",
+        "null",
+        "{\"entries\":[]}",
+        "{\"entries\":{\"a\":{\"count\":1}}}",
+        R"({"entries":{"a":{"count":1,"last":null}}})", // what a NaN is written as
+        R"({"entries":{"a":{"count":1.5,"last":0}}})",
+        R"({"entries":{"a":{"count":0,"last":0}}})",
+        R"({"entries":{"a":{"count":-3,"last":0}}})",
+        R"({"entries":{"a":{"count":99999999999999999999,"last":0}}})",
+        R"({"entries":{"a":{"count":1,"last":1e999}}})",
+        R"({"entries":{"a":{"count":1,"last":0}})", // truncated
+    };
+    for (const std::string text : usages) {
+        const auto file = folder.write("usage.json", text);
+        EXPECT_EQ(UsageStore::load(file), UsageStore{}) << text;
+        EXPECT_EQ(contentOf(folder.path() / "usage.json.unreadable"), text);
+        std::filesystem::remove(folder.path() / "usage.json.unreadable");
+    }
+    const char* const logs[] = {
+        R"({"events":[]})",
+        R"({"events":{},"limit":10})",
+        R"({"events":[{"app":"a","at":null}],"limit":10})",
+        R"({"events":[{"app":7,"at":0}],"limit":10})",
+        R"({"events":[{"app":"a","at":0,"workspace":"none"}],"limit":10})",
+        R"({"events":[{"app":"a","at":0}],"limit":-1})",
+        R"({"events":[{"app":"a","at":0}],"limit":1000001})",
+        R"({"events":[{"app":"a","at":0}],"limit":9223372036854775808})",
+        R"({"events":[{"app":"a","at":0}],"limit":null})",
+    };
+    for (const std::string text : logs) {
+        EXPECT_EQ(LaunchLog::load(folder.write("launches.json", text)), LaunchLog{}) << text;
+    }
+}
+
+TEST(UsageStores, RepeatedKeysAndFarDatesAreReadable) {
+    const TemporaryFolder folder;
+    const auto usage = UsageStore::load(folder.write(
+        "usage.json", R"({"entries":{},"entries":{"a":{"count":1,"count":2,"last":1e300}}})"));
+    EXPECT_EQ(usage.count("a"), 2);
+    EXPECT_THAT(usage.recent(1, {"a"}), ElementsAre("a"));
+}
+
+TEST(UsageStores, StoreOfAMillionEventsReadsAsEmpty) {
+    const TemporaryFolder folder;
+    std::string text = R"({"limit":4000,"events":[)";
+    for (int i = 0; i < 1'000'000; ++i) {
+        text += R"({"app":"a","at":0},)";
+    }
+    text.back() = ']';
+    text += '}';
+    EXPECT_EQ(LaunchLog::load(folder.write("launches.json", text)), LaunchLog{});
+}
+
+} // namespace
+} // namespace vellory

@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Workspaces/WorkspaceSession.h"
+
+#include <gmock/gmock.h>
+#include <limits>
+
+namespace vellory {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Action = WorkspaceSession::Action;
+using Change = WorkspaceSession::Change;
+using CloseApps = WorkspaceSession::CloseApps;
+using Item = Workspace::Item;
+
+const Date noon = Date::since2001(800'000'000);
+
+Workspace writing(Workspace::Others others) {
+    Workspace out;
+    out.id = *Uuid::parse("0C8F1C9B-7C5B-4B8C-9B60-6D0C6F6C1A01");
+    out.items = {Item::app("notes"), Item::file("/f"), Item::app("editor"), Item::app("music")};
+    out.others = others;
+    return out;
+}
+
+const std::vector<BundleID> running{"mail",  "com.apple.finder",   "editor", "chat",
+                                    "guard", "com.quorvel.vellory"};
+
+TEST(WorkspaceSession, HidingRemembersOnlyWhatWasVisible) {
+    const auto session = WorkspaceSession::begin(writing(Workspace::Others::hide), running,
+                                                 {"chat", "editor"}, {"guard"}, noon, std::nullopt);
+    EXPECT_EQ(session.workspace, writing(Workspace::Others::hide).id);
+    EXPECT_EQ(session.started, noon);
+    EXPECT_EQ(session.ends, std::nullopt);
+    EXPECT_THAT(session.launched, ElementsAre("notes", "music"));
+    EXPECT_THAT(session.hidden, ElementsAre("mail"));
+    EXPECT_THAT(session.quit, IsEmpty());
+}
+
+TEST(WorkspaceSession, QuittingTakesHiddenAppsToo) {
+    const auto session = WorkspaceSession::begin(writing(Workspace::Others::quit), running,
+                                                 {"chat"}, {"guard"}, noon, 25);
+    EXPECT_THAT(session.hidden, IsEmpty());
+    EXPECT_THAT(session.quit, ElementsAre("mail", "chat"));
+    EXPECT_EQ(session.ends, noon + 1500);
+}
+
+TEST(WorkspaceSession, KeepingChangesNothingButLaunches) {
+    const auto session =
+        WorkspaceSession::begin(writing(Workspace::Others::keep),
+                                {"editor", "music", "notes", "mail"}, {}, {}, noon, std::nullopt);
+    EXPECT_EQ(session, (WorkspaceSession{.workspace = session.workspace, .started = noon}));
+}
+
+TEST(WorkspaceSession, AsideActionsFollowTheRuleForEveryRunningInstance) {
+    const std::vector<BundleID> twice{"mail", "editor", "mail"};
+    EXPECT_THAT(WorkspaceSession::asideActions(writing(Workspace::Others::hide), twice, {}),
+                ElementsAre(Action{"mail", Change::hide}, Action{"mail", Change::hide}));
+    EXPECT_THAT(WorkspaceSession::asideActions(writing(Workspace::Others::quit), twice, {}),
+                ElementsAre(Action{"mail", Change::quit}, Action{"mail", Change::quit}));
+    EXPECT_THAT(WorkspaceSession::asideActions(writing(Workspace::Others::keep), twice, {}),
+                IsEmpty());
+}
+
+TEST(WorkspaceSession, ClosingUndoesWhatOpeningDid) {
+    const WorkspaceSession session{
+        .launched = {"notes", "music"}, .hidden = {"mail"}, .quit = {"chat"}};
+    const std::vector<BundleID> none;
+    EXPECT_EQ(session.closePlan(CloseApps::quit),
+              (WorkspaceSession::ClosePlan{{"notes", "music"}, none, {"mail"}, {"chat"}}));
+    EXPECT_EQ(session.closePlan(CloseApps::hide),
+              (WorkspaceSession::ClosePlan{none, {"notes", "music"}, {"mail"}, {"chat"}}));
+    EXPECT_EQ(session.closePlan(CloseApps::keep),
+              (WorkspaceSession::ClosePlan{none, none, {"mail"}, {"chat"}}));
+}
+
+TEST(WorkspaceSession, EveryAppGetsAtMostOneChangeAndKeptAppsNone) {
+    const WorkspaceSession::ClosePlan plan{.quit = {"a", "b"},
+                                           .hide = {"b", "c"},
+                                           .unhide = {"a", "c", "d", "e"},
+                                           .reopen = {"f", "e"}};
+    EXPECT_THAT(plan.actions({"e", "d", "x", "c", "b", "a"}, {"e"}),
+                ElementsAre(Action{"d", Change::unhide}, Action{"c", Change::hide},
+                            Action{"b", Change::quit}, Action{"a", Change::quit}));
+    EXPECT_THAT(plan.appsToReopen({"e"}), ElementsAre("f"));
+}
+
+TEST(WorkspaceSession, RemainingTimeIsNeverNegative) {
+    WorkspaceSession session;
+    EXPECT_EQ(session.remaining(noon), std::nullopt);
+    session.ends = noon + 60;
+    EXPECT_EQ(session.remaining(noon), 60);
+    EXPECT_EQ(session.remaining(noon + 60), 0);
+    EXPECT_EQ(session.remaining(noon + 61), 0);
+    EXPECT_EQ(session.remaining(Date{std::numeric_limits<double>::quiet_NaN()}), 0);
+    const auto longest =
+        WorkspaceSession::begin({}, {}, {}, {}, noon, std::numeric_limits<int>::max());
+    EXPECT_EQ(longest.remaining(noon), std::numeric_limits<int>::max() * 60.0);
+}
+
+TEST(WorkspaceSession, StoredFormLeavesOutAnOpenEnd) {
+    WorkspaceSession session{
+        .workspace = writing(Workspace::Others::keep).id, .started = noon, .launched = {"notes"}};
+    EXPECT_EQ(json::encode(session, json::Style::compact),
+              R"({"hidden":[],"launched":["notes"],"quit":[],"started":800000000.0,)"
+              R"("workspace":"0C8F1C9B-7C5B-4B8C-9B60-6D0C6F6C1A01"})");
+    EXPECT_EQ(json::decode<WorkspaceSession>(json::encode(session)), session);
+    session.ends = noon + 0.5;
+    EXPECT_EQ(json::decode<WorkspaceSession>(json::encode(session)), session);
+    EXPECT_FALSE(json::decode<WorkspaceSession>(R"({"workspace":null})"));
+}
+
+TEST(WorkspaceSession, ChoiceOfClosingIsStoredByName) {
+    for (const auto choice : {CloseApps::quit, CloseApps::hide, CloseApps::keep}) {
+        EXPECT_EQ(closeAppsFromRawValue(rawValue(choice)), choice);
+    }
+    EXPECT_EQ(rawValue(CloseApps::hide), "hide");
+    EXPECT_EQ(closeAppsFromRawValue("Quit"), std::nullopt);
+}
+
+} // namespace
+} // namespace vellory

@@ -1,0 +1,243 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "DesktopSession.h"
+#include "Support/Text.h"
+#include "platform/linux/CategoryMap.h"
+#include "platform/linux/LinuxAppCatalogue.h"
+
+namespace vellory::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+namespace fs = std::filesystem;
+
+std::string entry(const std::string& name, const std::string& more = "Exec=true\n") {
+    return "[Desktop Entry]\nType=Application\nName=" + name + "\n" + more;
+}
+
+/// Entries in a user's and two system's folders of a machine that has nothing else.
+class CatalogueTest : public testing::Test {
+  protected:
+    SessionEnvironment environment(const std::string& desktops = "") const {
+        const std::string base = folder.path().string();
+        return {{"HOME=" + base + "/home", "XDG_DATA_DIRS=" + base + "/local:" + base + "/system",
+                 "XDG_CURRENT_DESKTOP=" + desktops}};
+    }
+    void user(const std::string& name, const std::string& content) const {
+        folder.write("home/.local/share/applications/" + name, content);
+    }
+    void local(const std::string& name, const std::string& content) const {
+        folder.write("local/applications/" + name, content);
+    }
+    void system(const std::string& name, const std::string& content) const {
+        folder.write("system/applications/" + name, content);
+    }
+    /// The roots that the test has made, without those of the machine it runs on.
+    std::vector<fs::path> ownRoots() const {
+        auto roots = catalogue->roots({});
+        std::erase_if(roots, [&](const fs::path& root) {
+            return !root.string().starts_with(folder.path().string());
+        });
+        return roots;
+    }
+    std::vector<InstalledApp> scan(const std::string& desktops = "") {
+        entries = std::make_shared<DesktopEntries>(
+            DesktopEntries::Options{environment(desktops), std::nullopt});
+        catalogue.emplace(entries, "en");
+        return catalogue->scan(ownRoots());
+    }
+    std::vector<std::string> ids(const std::string& desktops = "") {
+        std::vector<std::string> ids;
+        for (const InstalledApp& app : scan(desktops)) {
+            ids.push_back(app.bundleID);
+        }
+        std::ranges::sort(ids);
+        return ids;
+    }
+    std::vector<std::string> names() {
+        std::vector<std::string> names;
+        for (const InstalledApp& app : scan()) {
+            names.push_back(app.name);
+        }
+        return names;
+    }
+
+    TemporaryFolder folder;
+    std::shared_ptr<DesktopEntries> entries;
+    std::optional<LinuxAppCatalogue> catalogue;
+};
+
+TEST_F(CatalogueTest, OnlyWhatMenusWouldShowIsListed) {
+    struct Row {
+        const char* id;
+        const char* lines;
+        bool isShown;
+    };
+    const std::vector<Row> rows{
+        {"plain", "Exec=true\n", true},
+        {"arguments", "Exec=true --title \"a b\" %U\n", true},
+        {"bus", "DBusActivatable=true\n", true},
+        {"tried", "Exec=true\nTryExec=true\n", true},
+        {"here", "Exec=true\nOnlyShowIn=Other;GNOME;\n", true},
+        {"elsewhere-not", "Exec=true\nNotShowIn=Other;\n", true},
+        {"no-exec", "", false},
+        {"no-program", "Exec=vellory-no-such-program\n", false},
+        {"try-fails", "Exec=true\nTryExec=/no/such/program\n", false},
+        {"bad-exec", "Exec=true 'unbalanced\n", false},
+        {"no-display", "Exec=true\nNoDisplay=true\n", false},
+        {"hidden", "Exec=true\nHidden=true\n", false},
+        {"elsewhere", "Exec=true\nOnlyShowIn=Other;\n", false},
+        {"not-here", "Exec=true\nNotShowIn=GNOME;\n", false},
+        {"link", "Type=Link\nURL=https://example.org\n", false},
+    };
+    for (const Row& row : rows) {
+        system(std::string(row.id) + ".desktop", entry(row.id, row.lines));
+    }
+    const auto found = ids("ubuntu:GNOME");
+    for (const Row& row : rows) {
+        EXPECT_EQ(std::ranges::count(found, row.id), row.isShown ? 1 : 0) << row.id;
+    }
+    // What hides itself still has a name, for windows and layouts that mention it.
+    EXPECT_EQ(catalogue->displayName("no-display"), "no-display");
+    EXPECT_EQ(catalogue->displayName("hidden"), std::nullopt);
+}
+
+TEST_F(CatalogueTest, EarlierRootWinsAndHiddenMasks) {
+    system("same.desktop", entry("System's"));
+    local("same.desktop", entry("Local's"));
+    user("same.desktop", entry("User's"));
+    system("deleted.desktop", entry("Deleted"));
+    user("deleted.desktop", "[Desktop Entry]\nHidden=true\n");
+    system("kept.desktop", entry("Kept"));
+    user("kept.desktop", "damaged");
+    EXPECT_THAT(names(), ElementsAre("Kept", "User's"));
+}
+
+TEST_F(CatalogueTest, SubfoldersBecomePartOfTheIdAndLinksAreResolved) {
+    system("kde/games/chess.desktop", entry("Chess"));
+    system("kde-games-chess.desktop", entry("The same id")); // Files come before folders.
+    const auto target = folder.write("elsewhere/tool.desktop", entry("Tool"));
+    fs::create_symlink(target, folder.path() / "system/applications/tool.desktop");
+    fs::create_directory_symlink("..", folder.path() / "system/applications/kde/loop");
+    const auto apps = scan();
+    ASSERT_GE(apps.size(), 2U);
+    EXPECT_EQ(catalogue->displayName("kde-games-chess"), "The same id");
+    const auto tool = std::ranges::find(apps, "tool", &InstalledApp::bundleID);
+    ASSERT_NE(tool, apps.end());
+    EXPECT_EQ(tool->url, target);
+}
+
+TEST_F(CatalogueTest, NamesAreInTheUsersLanguageAndOrder) {
+    setenv("LANGUAGE", "sv", 1);
+    system("a.desktop", entry("App 10"));
+    system("b.desktop", entry("app 2"));
+    system("c.desktop", entry("Ändra"));
+    system("d.desktop", entry("Zebra") + "Name[sv]=Bok\n");
+    EXPECT_THAT(names(), ElementsAre("Ändra", "app 2", "App 10", "Bok"));
+    unsetenv("LANGUAGE");
+}
+
+TEST_F(CatalogueTest, HostileEntriesDoNoHarm) {
+    system("long.desktop", entry(std::string(1024 * 1024, 'x')));
+    system("huge.desktop", entry("Huge") + "Comment=" + std::string(8 * 1024 * 1024, 'x') + "\n");
+    system("controls.desktop", entry("a\\nb\x01\x1b[31m\xE2\x80\xAE"
+                                     "c"));
+    system("latin1.desktop", entry("Caf\xE9"));
+    system("nameless.desktop", "[Desktop Entry]\nType=Application\nExec=true\nName=\\s\n");
+    system("garbage.desktop", std::string("\x7f"
+                                          "ELF\0\0\0",
+                                          7));
+    system("empty.desktop", "");
+    system("new\nline.desktop", entry("New line"));
+    ASSERT_EQ(mkfifo((folder.path() / "system/applications/pipe.desktop").c_str(), 0600), 0);
+    fs::create_symlink("self.desktop", folder.path() / "system/applications/self.desktop");
+    fs::create_directories(folder.path() / "system/applications/folder.desktop");
+    const auto apps = scan();
+    std::vector<std::string> found;
+    for (const InstalledApp& app : apps) {
+        found.push_back(app.bundleID);
+        EXPECT_LE(app.name.size(), 500U) << app.bundleID;
+        EXPECT_TRUE(Text::isValidUtf8(app.name)) << app.bundleID;
+        EXPECT_EQ(app.name.find_first_of("\n\x01\x1b"), std::string::npos) << app.bundleID;
+    }
+    EXPECT_THAT(found, testing::UnorderedElementsAre("long", "controls", "latin1", "nameless"));
+    EXPECT_EQ(catalogue->displayName("controls"), "a b [31m c");
+    EXPECT_EQ(catalogue->displayName("latin1"), "Caf\xEF\xBF\xBD");
+    EXPECT_EQ(catalogue->displayName("nameless"), "nameless");
+}
+
+TEST_F(CatalogueTest, RootsAreTheSessionsThenTheSandboxesThenTheUsersOwn) {
+    const LinuxAppCatalogue all(
+        std::make_shared<DesktopEntries>(DesktopEntries::Options{environment(), std::nullopt}),
+        "en");
+    const std::string base = folder.path().string();
+    EXPECT_THAT(all.roots({"/extra"}),
+                ElementsAre(base + "/home/.local/share/applications", base + "/local/applications",
+                            base + "/system/applications",
+                            base + "/home/.local/share/flatpak/exports/share/applications",
+                            "/var/lib/flatpak/exports/share/applications",
+                            "/var/lib/snapd/desktop/applications", "/extra"));
+    const LinuxAppCatalogue one(
+        std::make_shared<DesktopEntries>(DesktopEntries::Options{environment(), "/only"}), "en");
+    EXPECT_THAT(one.roots({"/extra"}), ElementsAre("/only"));
+}
+
+TEST_F(CatalogueTest, ActionsHaveNamesAndKeepTheirOrder) {
+    system("app.desktop", entry("App") + "Actions=two;missing;nameless;one;\n"
+                                         "[Desktop Action one]\nName=One\nExec=true\n"
+                                         "[Desktop Action two]\nName=Two\nExec=true\n"
+                                         "[Desktop Action nameless]\nExec=true\n");
+    const auto apps = scan();
+    ASSERT_EQ(apps.size(), 1U);
+    EXPECT_THAT(catalogue->actions(apps[0]),
+                ElementsAre(AppAction{"two", "Two"}, AppAction{"one", "One"}));
+    EXPECT_THAT(catalogue->actions({"gone", "Gone", "/nowhere"}), IsEmpty());
+}
+
+TEST_F(CatalogueTest, CategoryComesFromTheNarrowestDeclared) {
+    struct Row {
+        std::string declared;
+        std::string expected; ///< without the prefix; "" for nothing
+    };
+    const std::vector<Row> rows{
+        {"Network;WebBrowser;", "productivity"},
+        {"Graphics;2DGraphics;RasterGraphics;GTK;", "graphics-design"},
+        {"Graphics;Photography;", "photography"},
+        {"AudioVideo;Audio;Player;", "music"},
+        {"GTK;AudioVideo;Player;Video;", "entertainment"},
+        {"AudioVideo;Video;AudioVideoEditing;", "video"},
+        {"Office;Spreadsheet;", "productivity"},
+        {"Office;Finance;", "finance"},
+        {"Utility;Development;IDE;TextEditor;", "developer-tools"},
+        {"Network;FileTransfer;Game;", "games"},
+        {"Game;LogicGame;", "puzzle-games"},
+        {"System;TerminalEmulator;", "utilities"},
+        {"Network;InstantMessaging;", "social-networking"},
+        {"Network;Feed;", "news"},
+        {"Education;Science;Math;", "education"},
+        {"Network;", ""},
+        {"GNOME;GTK;", ""},
+        {"", ""},
+    };
+    for (const Row& row : rows) {
+        system("app.desktop", entry("App") + "Categories=" + row.declared + "\n");
+        const auto apps = scan();
+        ASSERT_EQ(apps.size(), 1U);
+        const auto expected = row.expected.empty()
+                                  ? std::nullopt
+                                  : std::optional("public.app-category." + row.expected);
+        EXPECT_EQ(catalogue->category(apps[0]), expected) << row.declared;
+    }
+}
+
+} // namespace
+} // namespace vellory::test

@@ -1,0 +1,257 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "DesktopSession.h"
+
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "platform/linux/X11Connection.h"
+
+namespace vellory::test {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int deadlineMilliseconds = 10'000;
+
+/// A pipe whose writing end a child may inherit.
+struct Pipe {
+    std::array<int, 2> ends{-1, -1};
+
+    Pipe() {
+        if (pipe2(ends.data(), 0) != 0) {
+            throw std::runtime_error("no pipe");
+        }
+        fcntl(ends[0], F_SETFD, FD_CLOEXEC);
+    }
+    ~Pipe() {
+        closeWriter();
+        close(ends[0]);
+    }
+    void closeWriter() {
+        if (ends[1] >= 0) {
+            close(ends[1]);
+            ends[1] = -1;
+        }
+    }
+    /// The line that a child writes once it is ready.
+    std::string line() {
+        closeWriter();
+        std::string text;
+        for (pollfd end{ends[0], POLLIN, 0}; poll(&end, 1, deadlineMilliseconds) == 1;) {
+            char c = 0;
+            if (read(ends[0], &c, 1) != 1 || c == '\n') {
+                return text;
+            }
+            text += c;
+        }
+        throw std::runtime_error("a part of the test session did not start");
+    }
+};
+
+} // namespace
+
+TemporaryFolder::TemporaryFolder() {
+    std::string name = (fs::temp_directory_path() / "vellory-test-XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr) {
+        throw std::runtime_error("no temporary folder");
+    }
+    path_ = fs::canonical(name);
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+}
+
+fs::path TemporaryFolder::write(const fs::path& name, const std::string& content) const {
+    const fs::path file = path_ / name;
+    fs::create_directories(file.parent_path());
+    std::ofstream(file, std::ios::binary) << content;
+    return file;
+}
+
+std::string contentOf(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+DesktopSession::DesktopSession() {
+    fs::create_directories(home());
+    fs::create_directories(folder_.path() / "runtime");
+    fs::permissions(folder_.path() / "runtime", fs::perms::owner_all);
+    const fs::path data = folder_.path() / "data";
+    const std::map<std::string, std::string> variables{
+        {"HOME", home().string()},
+        {"XDG_DATA_HOME", (home() / ".local/share").string()},
+        {"XDG_CONFIG_HOME", (home() / ".config").string()},
+        {"XDG_CACHE_HOME", (home() / ".cache").string()},
+        {"XDG_RUNTIME_DIR", (folder_.path() / "runtime").string()},
+        {"XDG_DATA_DIRS", data.string()},
+        {"XDG_CURRENT_DESKTOP", ""},
+        {"DESKTOP_STARTUP_ID", "inherited"},
+        {"XDG_ACTIVATION_TOKEN", "inherited"},
+        {"VELLORY_TEST_VARIABLE", "ours"},
+        {"SESSION_VARIABLE", "the session's"},
+        {"DISPLAY", ""},
+        {"DBUS_SESSION_BUS_ADDRESS", ""},
+    };
+    for (const auto& [name, value] : variables) {
+        if (const char* old = std::getenv(name.c_str())) {
+            before_[name] = old;
+        } else {
+            before_.erase(name);
+        }
+        setenv(name.c_str(), value.c_str(), 1);
+    }
+    startServer();
+    startBus();
+    startWindowManager();
+    environment_ = SessionEnvironment::current();
+}
+
+DesktopSession::~DesktopSession() {
+    // Apps end with the server; the window manager would only complain.
+    stop(windowManager_);
+    stopServer();
+    stop(bus_);
+    for (const char* name :
+         {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR",
+          "XDG_DATA_DIRS", "XDG_CURRENT_DESKTOP", "DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN",
+          "VELLORY_TEST_VARIABLE", "SESSION_VARIABLE", "DISPLAY", "DBUS_SESSION_BUS_ADDRESS"}) {
+        if (const auto old = before_.find(name); old != before_.end()) {
+            setenv(name, old->second.c_str(), 1);
+        } else {
+            unsetenv(name);
+        }
+    }
+}
+
+pid_t DesktopSession::start(const std::vector<std::string>& command) {
+    std::vector<char*> arguments;
+    for (const std::string& argument : command) {
+        arguments.push_back(const_cast<char*>(argument.c_str()));
+    }
+    arguments.push_back(nullptr);
+    posix_spawn_file_actions_t files;
+    posix_spawn_file_actions_init(&files);
+    const std::string log = (folder_.path() / "session.log").string();
+    for (const int output : {1, 2}) {
+        posix_spawn_file_actions_addopen(&files, output, log.c_str(), O_WRONLY | O_CREAT | O_APPEND,
+                                         0600);
+    }
+    pid_t pid = 0;
+    const int result = posix_spawnp(&pid, arguments[0], &files, nullptr, arguments.data(), environ);
+    posix_spawn_file_actions_destroy(&files);
+    if (result != 0) {
+        throw std::runtime_error(command[0] + " cannot be started");
+    }
+    return pid;
+}
+
+void DesktopSession::stop(pid_t& pid) {
+    if (pid > 0) {
+        kill(pid, SIGKILL);
+        waitpid(pid, nullptr, 0);
+        pid = 0;
+    }
+}
+
+void DesktopSession::startServer() {
+    Pipe ready;
+    server_ = start({"Xvfb", "-displayfd", std::to_string(ready.ends[1]), "-screen", "0",
+                     "1280x800x24", "-nolisten", "tcp", "-noreset"});
+    setenv("DISPLAY", (":" + ready.line()).c_str(), 1);
+}
+
+void DesktopSession::stopServer() {
+    stop(server_);
+}
+
+void DesktopSession::startBus() {
+    const fs::path socket = folder_.path() / "bus";
+    const fs::path configuration = folder_.write("bus.conf", R"(<!DOCTYPE busconfig PUBLIC
+ "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>session</type>
+  <listen>unix:path=)" + socket.string() + R"(</listen>
+  <auth>EXTERNAL</auth>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+)");
+    Pipe ready;
+    bus_ =
+        start({"dbus-daemon", "--nofork", "--nosyslog", "--config-file=" + configuration.string(),
+               "--print-address=" + std::to_string(ready.ends[1])});
+    setenv("DBUS_SESSION_BUS_ADDRESS", ready.line().c_str(), 1);
+}
+
+void DesktopSession::startWindowManager() {
+    const auto connection = X11Connection::open(std::getenv("DISPLAY"));
+    if (connection == nullptr) {
+        throw std::runtime_error("the X server does not answer");
+    }
+    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(connection->get(), connection->root(), XCB_CW_EVENT_MASK, &events);
+    connection->flush();
+    // Its themes are the machine's; "env" becomes it, so the process is the same.
+    windowManager_ = start({"env", "XDG_DATA_DIRS=/usr/share", "openbox", "--sm-disable"});
+    // Windows that come before it has written its list of them may stay unmanaged.
+    for (bool hasList = false; !hasList;) {
+        pollfd arrived{connection->fileDescriptor(), POLLIN, 0};
+        if (!connection->hasUnseenEvents() && poll(&arrived, 1, deadlineMilliseconds) != 1) {
+            throw std::runtime_error("the window manager did not start");
+        }
+        for (const x11::Event& event : connection->takeEvents()) {
+            const auto* change = reinterpret_cast<const xcb_property_notify_event_t*>(event.get());
+            hasList = hasList || ((event->response_type & 0x7F) == XCB_PROPERTY_NOTIFY &&
+                                  change->atom == connection->ewmh()->_NET_CLIENT_LIST);
+        }
+    }
+}
+
+void DesktopSession::stopWindowManager() {
+    stop(windowManager_);
+}
+
+fs::path DesktopSession::addApp(const std::string& id, const std::string& arguments,
+                                const std::string& more) const {
+    return folder_.write("home/.local/share/applications/" + id + ".desktop",
+                         "[Desktop Entry]\nType=Application\nName=" + id +
+                             "\nExec=" VELLORY_WINDOW_APP " " + arguments + "\n" + more);
+}
+
+fs::path DesktopSession::reportFile(const std::string& name) const {
+    return folder_.path() / "reports" / name;
+}
+
+std::map<std::string, std::string> DesktopSession::report(const std::string& name) const {
+    std::map<std::string, std::string> out;
+    std::string content = contentOf(reportFile(name));
+    for (std::size_t begin = 0; begin < content.size();) {
+        const std::size_t end = std::min(content.find('\0', begin), content.size());
+        const std::string line = content.substr(begin, end - begin);
+        out[line.substr(0, line.find('='))] =
+            line.substr(std::min(line.find('=') + 1, line.size()));
+        begin = end + 1;
+    }
+    return out;
+}
+
+} // namespace vellory::test

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+#include <sys/types.h>
+
+#include "platform/linux/SessionEnvironment.h"
+
+namespace vellory::test {
+
+/// A folder of its own for a test, deleted with all that is in it.
+class TemporaryFolder {
+  public:
+    TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    ~TemporaryFolder();
+
+    const std::filesystem::path& path() const { return path_; }
+    /// Writes a file below the folder, with the folders above it.
+    std::filesystem::path write(const std::filesystem::path& name,
+                                const std::string& content) const;
+
+  private:
+    std::filesystem::path path_;
+};
+
+std::string contentOf(const std::filesystem::path& file);
+
+/// A desktop for one test: an X server, a window manager and a session bus that nobody else sees,
+/// with an empty home folder. While it lives, this process is part of that session. Whatever still
+/// runs on it at the end is killed.
+class DesktopSession {
+  public:
+    DesktopSession();
+    ~DesktopSession();
+
+    const SessionEnvironment& environment() const { return environment_; }
+    const TemporaryFolder& folder() const { return folder_; }
+    std::filesystem::path home() const { return folder_.path() / "home"; }
+
+    void startWindowManager();
+    void stopWindowManager();
+    void stopServer();
+
+    /// Writes the desktop entry `id` for the test app with `arguments`; `more` are further lines.
+    /// Returns the entry.
+    std::filesystem::path addApp(const std::string& id, const std::string& arguments,
+                                 const std::string& more = "") const;
+    /// What a test app that was started with "--report <name>" saw: its variables and, under
+    /// "argv", its arguments; under "cwd", "sid" and "blocked" what the names say.
+    std::map<std::string, std::string> report(const std::string& name) const;
+    std::filesystem::path reportFile(const std::string& name) const;
+
+  private:
+    pid_t start(const std::vector<std::string>& command);
+    void stop(pid_t& pid);
+    void startServer();
+    void startBus();
+
+    TemporaryFolder folder_;
+    SessionEnvironment environment_;
+    std::map<std::string, std::string> before_;
+    pid_t server_ = 0;
+    pid_t windowManager_ = 0;
+    pid_t bus_ = 0;
+};
+
+} // namespace vellory::test

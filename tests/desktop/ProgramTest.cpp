@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <csignal>
+#include <cstdio>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "Board/BoardStore.h"
+#include "DesktopSession.h"
+#include "Support/AtomicFile.h"
+
+namespace vellory::test {
+namespace {
+
+using testing::HasSubstr;
+
+constexpr int deadlineMilliseconds = 30'000;
+
+/// A program that runs beside the test, with what it says on its standard output and error.
+class Process {
+  public:
+    explicit Process(const std::vector<std::string>& command) {
+        int output[2] = {-1, -1};
+        EXPECT_EQ(::pipe2(output, O_CLOEXEC), 0);
+        pid_ = ::fork();
+        if (pid_ == 0) {
+            ::dup2(output[1], STDOUT_FILENO);
+            ::dup2(output[1], STDERR_FILENO);
+            std::vector<char*> arguments;
+            for (const std::string& word : command) {
+                arguments.push_back(const_cast<char*>(word.c_str()));
+            }
+            arguments.push_back(nullptr);
+            ::execvp(arguments[0], arguments.data());
+            ::_exit(127);
+        }
+        ::close(output[1]);
+        output_ = output[0];
+    }
+    Process(const Process&) = delete;
+    Process& operator=(const Process&) = delete;
+    ~Process() {
+        kill(SIGKILL);
+        ::close(output_);
+    }
+
+    /// The next line that contains `text`; nothing when the deadline passes or the program ends.
+    std::optional<std::string> lineWith(const std::string& text) {
+        while (true) {
+            for (std::size_t end = pending_.find('\n'); end != std::string::npos;
+                 end = pending_.find('\n')) {
+                const std::string line = pending_.substr(0, end);
+                pending_.erase(0, end + 1);
+                said_ += line + "\n";
+                if (line.find(text) != std::string::npos) {
+                    return line;
+                }
+            }
+            pollfd waiting{output_, POLLIN, 0};
+            char bytes[4096];
+            const ssize_t got = ::poll(&waiting, 1, deadlineMilliseconds) > 0
+                                    ? ::read(output_, bytes, sizeof bytes)
+                                    : 0;
+            if (got <= 0) {
+                return std::nullopt;
+            }
+            pending_.append(bytes, static_cast<std::size_t>(got));
+        }
+    }
+
+    /// Everything that it says until it ends, and its exit code.
+    int waitForEnd() {
+        while (lineWith("\n")) {
+        }
+        int status = 0;
+        ::waitpid(pid_, &status, 0);
+        pid_ = 0;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    }
+    const std::string& said() const { return said_; }
+
+    void kill(int signal) {
+        if (pid_ > 0) {
+            ::kill(pid_, signal);
+            ::waitpid(pid_, nullptr, 0);
+            pid_ = 0;
+        }
+    }
+
+  private:
+    pid_t pid_ = 0;
+    int output_ = -1;
+    std::string pending_;
+    std::string said_;
+};
+
+/// Runs a tool and waits for it.
+int run(const std::vector<std::string>& command) {
+    return Process(command).waitForEnd();
+}
+
+/// The whole program on a desktop of its own.
+class ProgramTest : public testing::Test {
+  protected:
+    ProgramTest() {
+        session.addApp("alpha", "--class alpha");
+        session.addApp("beta", "--class beta");
+        session.addApp("gamma", "--class gamma");
+        // Not the first run, which welcomes the user and tells of no new apps.
+        session.folder().write(
+            std::filesystem::relative(session.environment().configHome(), session.folder().path()) /
+                "vellory/settings.conf",
+            "[General]\nhasSeenWelcome=true\n");
+    }
+
+    std::vector<std::string> vellory(const std::string& option = "--report") const {
+        return {VELLORY_PROGRAM, option};
+    }
+    std::filesystem::path support() const { return session.environment().dataHome() / "vellory"; }
+    std::string lastTile() const {
+        const auto board =
+            BoardStore(support() / "layout.json", support() / "LayoutHistory", 60, [] {
+                return Date();
+            }).load();
+        return board && !board->tiles.empty() ? board->tiles.back().id() : "";
+    }
+
+    DesktopSession session;
+};
+
+TEST_F(ProgramTest, TheGridShowsEveryAppAndReturnOpensTheTypedOne) {
+    Process program(vellory());
+    EXPECT_EQ(program.lineWith("apps"), "3 apps");
+    ASSERT_EQ(run({"timeout", "20", "xdotool", "search", "--sync", "--onlyvisible", "--class",
+                   "^vellory$"}),
+              0);
+    ASSERT_EQ(run({"timeout", "20", "xdotool", "type", "beta"}), 0);
+    ASSERT_EQ(run({"timeout", "20", "xdotool", "key", "Return"}), 0);
+    ASSERT_TRUE(program.lineWith("hidden"));
+    // --sync: until the app's own window is there.
+    EXPECT_EQ(
+        run({"timeout", "20", "xdotool", "search", "--sync", "--onlyvisible", "--class", "beta"}),
+        0);
+    EXPECT_NE(run({"timeout", "20", "xdotool", "search", "--onlyvisible", "--class", "alpha"}), 0);
+}
+
+TEST_F(ProgramTest, AnAppThatIsInstalledAppearsAtTheEndWithItsNotice) {
+    Process program(vellory());
+    ASSERT_TRUE(program.lineWith("apps"));
+    ASSERT_TRUE(program.lineWith("settled"));
+    session.addApp("aardvark", "--class aardvark");
+    const auto notice = program.lineWith("notice");
+    ASSERT_TRUE(notice) << program.said();
+    EXPECT_THAT(*notice, HasSubstr("aardvark added to vellory"));
+    EXPECT_EQ(lastTile(), "app:aardvark");
+}
+
+TEST_F(ProgramTest, ASecondStartBringsTheFirstBackAndEnds) {
+    Process program(vellory());
+    ASSERT_TRUE(program.lineWith("apps"));
+    ASSERT_EQ(run({"timeout", "20", "xdotool", "search", "--sync", "--onlyvisible", "--class",
+                   "^vellory$"}),
+              0);
+    ASSERT_EQ(run({"timeout", "20", "xdotool", "key", "Escape"}), 0);
+    ASSERT_TRUE(program.lineWith("hidden"));
+    EXPECT_EQ(run(vellory()), 0);
+    EXPECT_TRUE(program.lineWith("apps")) << "the first shows its grid again";
+}
+
+TEST_F(ProgramTest, ASocketLeftBehindByAKilledProgramIsTakenOver) {
+    {
+        Process killed(vellory());
+        ASSERT_TRUE(killed.lineWith("apps"));
+        killed.kill(SIGKILL);
+    }
+    Process next(vellory());
+    EXPECT_EQ(next.lineWith("apps"), "3 apps");
+}
+
+TEST_F(ProgramTest, WithoutADisplayItSaysSoInOneSentence) {
+    session.stopServer();
+    Process program(vellory());
+    EXPECT_EQ(program.waitForEnd(), 1);
+    EXPECT_THAT(program.said(), HasSubstr("there is no display to open on"));
+}
+
+TEST_F(ProgramTest, ABrokenBoardFileNeverKeepsItFromStartingAndIsKeptBeside) {
+    for (const std::string broken : {"", "{\"tiles\":[", "[1,2]", "\xff\xfe{}"}) {
+        std::filesystem::remove_all(support());
+        std::filesystem::create_directories(support());
+        ASSERT_TRUE(AtomicFile::write(support() / "layout.json", broken));
+        Process program(vellory());
+        EXPECT_EQ(program.lineWith("apps"), "3 apps");
+        EXPECT_EQ(AtomicFile::read(support() / "layout.json.unreadable").value_or("(none)"),
+                  broken);
+        EXPECT_NE(lastTile(), "");
+    }
+}
+
+} // namespace
+} // namespace vellory::test

@@ -1,0 +1,279 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <functional>
+
+#include <gmock/gmock.h>
+
+#include "model/World.h"
+
+namespace vellory::test {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+namespace {
+
+const std::vector<BundleID> apps{"a", "b", "c", "d", "e"};
+
+Board usualBoard() {
+    return board({app("b"), folder(1, "Work", {"c", "d"}), app("a"), app("e")});
+}
+
+struct Edit {
+    std::string reason;
+    std::string expected;
+    std::function<void(AppModel&)> doIt;
+};
+
+const std::vector<Edit>& edits() {
+    static const std::vector<Edit> all{
+        {"Moved", "[Work: c d] a b e", [](AppModel& m) { m.moveTile("app:b", 3); }},
+        {"Moved", "a b [Work: c d] e", [](AppModel& m) { m.moveApp("a", 0); }},
+        {"Moved out of folder", "b [Work: c] a d e", [](AppModel& m) { m.moveApp("d", 3); }},
+        {"Moved out of folder", "b [Work: d] c a e", [](AppModel& m) { m.moveOutOfFolder("c"); }},
+        {"Moved", "b [Work: d c] a e", [](AppModel& m) { m.moveInFolder(uuid(1), "c", 2); }},
+        {"Moved to end", "[Work: c d] a e b", [](AppModel& m) { m.moveToEnd("app:b"); }},
+        {"Moved to end", "b [Work: d] a e c", [](AppModel& m) { m.moveToEnd("app:c"); }},
+        {"Made a folder", "b [Work: c d] [New folder: a e]",
+         [](AppModel& m) { EXPECT_EQ(m.drop("e", "app:a"), uuid(1000)); }},
+        {"Moved", "[Work: c d b] a e",
+         [](AppModel& m) { EXPECT_EQ(m.drop("b", "folder:" + uuid(1).string()), uuid(1)); }},
+        {"New folder", "b [Work: c] a [Play: e d]",
+         [](AppModel& m) { EXPECT_EQ(m.makeFolder({"e", "d", "nobody"}, "Play"), uuid(1000)); }},
+        {"Renamed folder", "b [Jobs: c d] a e",
+         [](AppModel& m) { m.renameFolder(uuid(1), " Jobs "); }},
+        {"Broke up Work", "b c d a e", [](AppModel& m) { m.dissolveFolder(uuid(1)); }},
+        {"Sorted A–Z", "a b e [Work: c d]", [](AppModel& m) { m.sortAlphabetically(); }},
+        {"Auto folders", "[Finance: a b] c d e", [](AppModel& m) { m.autoFolders(); }},
+        {"Hid C", "b [Work: c d] a e", [](AppModel& m) { m.hide({"c"}); }},
+        {"Hid 2 apps", "b [Work: c d] a e", [](AppModel& m) { m.hide({"c", "a", "a"}); }},
+        {"Renamed Notes", "b [Work: c d] a e", [](AppModel& m) { m.rename("a", " Notes "); }},
+    };
+    return all;
+}
+
+} // namespace
+
+TEST(BoardEdits, EachIsOneStepNamedByItsReasonSavedAndConfirmed) {
+    for (const Edit& edit : edits()) {
+        SCOPED_TRACE(edit.reason + ": " + edit.expected);
+        World world;
+        world.catalogue.categories = {{"a", "public.app-category.finance"},
+                                      {"b", "public.app-category.finance"}};
+        AppModel& model = world.startWith(apps, usualBoard());
+        edit.doIt(model);
+
+        EXPECT_EQ(world.inMemory(), edit.expected);
+        EXPECT_EQ(world.store().load(), model.board());
+        EXPECT_THAT(world.history(), ElementsAre(Text::replacingAll(edit.reason, " ", "_")));
+        ASSERT_EQ(world.notices.size(), 1U);
+        EXPECT_EQ(world.lastNotice(), edit.reason);
+        EXPECT_EQ(world.notices.back().seconds, 1.8);
+    }
+}
+
+TEST(BoardEdits, WhatChangesNothingLeavesNoStep) {
+    World world;
+    AppModel& model = world.startWith(apps, usualBoard());
+    model.moveTile("app:b", 1);
+    model.moveTile("app:nobody", 0);
+    model.moveApp("nobody", 0);
+    model.moveOutOfFolder("a");
+    model.drop("a", "app:a");
+    model.drop("nobody", "app:a");
+    model.drop("a", "app:nobody");
+    model.makeFolder({"nobody"});
+    model.renameFolder(uuid(1), "  ");
+    model.renameFolder(uuid(9), "Jobs");
+    model.dissolveFolder(uuid(9));
+    model.hide({});
+    model.unhide("a");
+    model.rename("a", "A");
+    model.rename("nobody", "Somebody");
+    model.resetIcon("a");
+    model.restore({.date = {}, .reason = "Moved", .url = world.folder.path() / "nothing.json"});
+    EXPECT_EQ(model.board(), usualBoard());
+    EXPECT_THAT(world.history(), IsEmpty());
+    EXPECT_THAT(world.notices, IsEmpty());
+}
+
+TEST(BoardEdits, DroppingTheOnlyAppOfAFolderOnThatFolderLosesNothing) {
+    World world;
+    AppModel& model = world.startWith({"a"}, board({folder(1, "Work", {"a"})}));
+    EXPECT_EQ(model.drop("a", "folder:" + uuid(1).string()), std::nullopt);
+    EXPECT_EQ(world.inMemory(), "[Work: a]");
+}
+
+TEST(BoardEdits, PlacesCountWhatTheGridShowsAndHiddenTilesKeepTheirs) {
+    // On the board: h b h2 d e; on the grid: b d e.
+    struct Case {
+        int place;
+        std::string expected;
+    };
+    for (const Case& each : {Case{0, "h e b h2 d"}, Case{1, "h b h2 e d"}, Case{2, "h b h2 d e"},
+                             Case{99, "h b h2 d e"}, Case{-5, "h e b h2 d"}}) {
+        World world;
+        Board start = board({app("h"), app("b"), app("h2"), app("d"), app("e")});
+        start.hidden = {"h", "h2"};
+        world.startWith({"h", "b", "h2", "d", "e"}, start);
+        world.model->moveTile("app:e", each.place);
+        EXPECT_EQ(world.inMemory(), each.expected) << each.place;
+    }
+}
+
+TEST(BoardEdits, PlacesInAFolderCountItsShownApps) {
+    struct Case {
+        BundleID app;
+        int place;
+        std::string expected;
+    };
+    for (const Case& each : {Case{"c", 0, "[Work: h c a b]"}, Case{"a", 2, "[Work: h b a c]"},
+                             Case{"a", 9, "[Work: h b c a]"}, Case{"b", 1, "[Work: h a b c]"},
+                             Case{"nobody", 0, "[Work: h a b c]"}}) {
+        World world;
+        Board start = board({folder(1, "Work", {"h", "a", "b", "c"})});
+        start.hidden = {"h"};
+        world.startWith({"h", "a", "b", "c"}, start);
+        world.model->moveInFolder(uuid(1), each.app, each.place);
+        EXPECT_EQ(world.inMemory(), each.expected) << each.app << each.place;
+    }
+}
+
+TEST(BoardEdits, AFailedSaveIsToldKeepsTheBoardAndIsTriedAgain) {
+    World world;
+    AppModel& model = world.startWith(apps, usualBoard());
+    // A regular file where the folder should be: nobody can write into that, whoever they are.
+    std::filesystem::remove_all(world.paths().support());
+    world.folder.write("vellory", "in the way");
+
+    model.dissolveFolder(uuid(1));
+    ASSERT_EQ(world.notices.size(), 1U) << "no confirmation of what was not saved";
+    EXPECT_THAT(world.lastNotice(), StartsWith("Couldn't save the layout: "));
+    EXPECT_GT(world.lastNotice().size(), std::string("Couldn't save the layout: ").size());
+    EXPECT_EQ(world.notices.back().symbol, "exclamationmark.triangle");
+    EXPECT_EQ(world.notices.back().seconds, 3.0);
+    EXPECT_EQ(world.grid(), "b c d a e");
+
+    std::filesystem::remove(world.paths().support());
+    model.moveToEnd("app:b");
+    EXPECT_EQ(world.onDisk(), "c d a e b");
+    EXPECT_EQ(world.lastNotice(), "Moved to end");
+}
+
+TEST(BoardEdits, SortingByUseAsksHowOftenAppsWereLaunched) {
+    World world;
+    AppModel& model = world.startWith(apps, usualBoard());
+    for (const char* id : {"d", "d", "e"}) {
+        world.runningApps.observer.launched(id);
+    }
+    model.sortByUse();
+    EXPECT_EQ(world.grid(), "[Work: c d] e b a");
+    EXPECT_EQ(world.lastNotice(), "Sorted by use");
+}
+
+TEST(BoardEdits, AutoFoldersRearrangeButKeepNamesIconsAndWhatIsHidden) {
+    World world;
+    Board start = usualBoard();
+    start.hidden = {"e"};
+    start.renames = {{"a", "Zulu"}};
+    start.icons = {{"b", "/icons/b.png"}};
+    world.startWith(apps, start);
+    world.model->autoFolders();
+    EXPECT_EQ(world.grid(), "a b c d");
+    EXPECT_EQ(world.model->board().renames, start.renames);
+    EXPECT_EQ(world.model->board().icons, start.icons);
+}
+
+TEST(BoardEdits, AnEmptyNameOrTheAppsOwnGivesTheNameBack) {
+    for (const std::string name : {"", "  ", "A"}) {
+        World world;
+        AppModel& model = world.startWith(apps, usualBoard());
+        model.rename("a", "Notes");
+        EXPECT_EQ(model.search("notes"), std::vector<BundleID>{"a"});
+        model.rename("a", name);
+        EXPECT_EQ(model.name("a"), "A");
+        EXPECT_THAT(model.board().renames, IsEmpty());
+        EXPECT_EQ(world.lastNotice(), "Renamed A");
+    }
+}
+
+TEST(BoardEdits, AnEarlierBoardIsRestoredWithTheAppsOfToday) {
+    World world;
+    AppModel& model = world.startWith(apps, usualBoard());
+    world.clock.time = Date::since1970(1'800'000'000);
+    model.dissolveFolder(uuid(1));
+    world.scheduler.advance(1);
+    world.catalogue.uninstall("a");
+    world.install({"new"});
+    model.rescan();
+    EXPECT_EQ(world.grid(), "b c d e new");
+
+    world.scheduler.advance(1);
+    model.restore(model.snapshots().back());
+    EXPECT_EQ(world.onDisk(), "b [Work: c d] e new");
+    EXPECT_EQ(world.grid(), world.onDisk());
+    EXPECT_EQ(world.notices.back(), (Notice{"Layout restored", "clock.arrow.circlepath", 1.8}));
+    EXPECT_EQ(world.history().front(), "Restored_2027-01-15_08:00");
+
+    world.scheduler.advance(1);
+    model.restore(model.snapshots().front());
+    EXPECT_EQ(world.grid(), "b c d e new") << "restoring can be undone";
+}
+
+TEST(BoardEdits, ChosenPicturesAreCopiedAndTheirPathsStored) {
+    World world;
+    AppModel& model = world.startWith(apps, usualBoard());
+    const auto picture = world.folder.write("pictures/cat.PNG", "meow");
+    std::vector<std::string> replaced;
+    QObject::connect(&model, &AppModel::pictureReplaced,
+                     [&](const std::string& file) { replaced.push_back(file); });
+
+    model.chooseIcon("a");
+    EXPECT_THAT(world.imageChooser.titles, ElementsAre("Icon for A"));
+    EXPECT_THAT(world.history(), IsEmpty()) << "not before the user chose";
+    world.imageChooser.choose(picture);
+    const std::string icon = model.board().icons.at("a");
+    EXPECT_EQ(contentOf(icon), "meow");
+    EXPECT_EQ(std::filesystem::path(icon).parent_path(), world.paths().icons());
+    EXPECT_EQ(world.lastNotice(), "Icon for A");
+
+    model.chooseCover(uuid(1));
+    world.imageChooser.choose(picture);
+    const std::string cover = (world.paths().icons() / ("folder-" + uuid(1).string() + ".PNG"));
+    EXPECT_EQ(model.board().folder(uuid(1))->cover, cover);
+    EXPECT_EQ(world.lastNotice(), "Folder cover");
+    EXPECT_THAT(replaced, ElementsAre(icon, cover));
+
+    model.resetIcon("a");
+    EXPECT_THAT(model.board().icons, IsEmpty());
+    EXPECT_EQ(world.lastNotice(), "Reset icon for A");
+    model.resetCover(uuid(1));
+    EXPECT_EQ(model.board().folder(uuid(1))->cover, std::nullopt);
+}
+
+TEST(BoardEdits, APictureThatCannotBeReadIsTold) {
+    World world;
+    AppModel& model = world.startWith(apps, usualBoard());
+    model.chooseIcon("a");
+    world.imageChooser.choose(world.folder.path() / "missing.png");
+    EXPECT_THAT(world.lastNotice(), StartsWith("Couldn't use the picture: "));
+    EXPECT_THAT(model.board().icons, IsEmpty());
+}
+
+TEST(BoardEdits, AChoiceThatComesTooLateDoesNothing) {
+    World world;
+    AppModel& model = world.startWith(apps, usualBoard());
+    const auto picture = world.folder.write("cat.png", "meow");
+    model.chooseIcon("a");
+    const auto chooseIcon = world.imageChooser.choose;
+    model.chooseCover(uuid(1));
+    world.catalogue.uninstall("a");
+    model.rescan();
+    chooseIcon(picture);
+    EXPECT_THAT(model.board().icons, IsEmpty()) << "the app is gone";
+    world.model.reset();
+    world.imageChooser.choose(picture);
+    EXPECT_FALSE(std::filesystem::exists(world.paths().icons())) << "the model is gone";
+}
+
+} // namespace vellory::test

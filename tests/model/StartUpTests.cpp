@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <gmock/gmock.h>
+
+#include "model/World.h"
+
+namespace vellory::test {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(StartUp, TheFirstRunSortsTheAppsIntoFoldersByCategoryAndWelcomesTheUser) {
+    World world;
+    world.install({"bank", "chess", "editor", "go", "notes"});
+    world.catalogue.categories = {{"chess", "public.app-category.board-games"},
+                                  {"go", "public.app-category.games"},
+                                  {"editor", "public.app-category.developer-tools"}};
+    world.start();
+
+    EXPECT_EQ(world.onDisk(), "[Games: chess go] bank editor notes") << "folders of two at least";
+    EXPECT_EQ(world.grid(), world.onDisk());
+    EXPECT_EQ(world.welcomes, 1);
+    EXPECT_THAT(world.notices, IsEmpty());
+    EXPECT_THAT(world.history(), IsEmpty());
+}
+
+TEST(StartUp, ALaterRunKeepsTheBoardAndOnlyAddsAndDropsWhatChanged) {
+    World world;
+    world.install({"a", "b", "new"});
+    world.leaveBoard(board({folder(1, "Work", {"gone"}), app("b"), app("a")}));
+    world.start();
+
+    EXPECT_EQ(world.onDisk(), "b a new");
+    EXPECT_EQ(world.lastNotice(), "NEW added to vellory");
+    EXPECT_EQ(world.welcomes, 0);
+    EXPECT_THAT(world.history(), IsEmpty()) << "nobody did anything";
+}
+
+TEST(StartUp, AnUnreadableBoardIsKeptBesideBeforeAFreshOneIsWritten) {
+    const std::string futureTile = R"({"tiles": [{"widget": {"_0": "clock"}}]})";
+    for (const std::string& content : {std::string("{\"tiles\": ["), std::string(), futureTile}) {
+        World world;
+        world.install({"a"});
+        world.folder.write("vellory/layout.json", content);
+        world.start();
+
+        EXPECT_EQ(world.onDisk(), "a");
+        EXPECT_EQ(contentOf(world.paths().support() / "layout.json.unreadable"), content);
+    }
+}
+
+TEST(StartUp, OtherBrokenFilesReadAsEmpty) {
+    World world;
+    for (const char* file : {"usage.json", "launches.json", "workspaces.json"}) {
+        world.folder.write(std::filesystem::path("vellory") / file, "{ no");
+    }
+    world.startWith({"a"}, board({app("a")}));
+    EXPECT_EQ(world.grid(), "a");
+    EXPECT_EQ(world.model->usage().count("a"), 0);
+    EXPECT_THAT(world.model->workspaces().all(), IsEmpty());
+}
+
+TEST(StartUp, NothingIsEverSavedBeforeTheBoardWasLoaded) {
+    World world;
+    world.install({"a", "b"});
+    world.leaveBoard(board({app("b"), app("a")}));
+    const std::string stored = contentOf(world.paths().layout());
+
+    AppModel& model = world.make();
+    model.saveBoard("Moved");
+    model.rescan();
+    model.sortAlphabetically();
+    model.hide({"a"});
+    model.autoFolders();
+    EXPECT_FALSE(model.isStarted());
+    EXPECT_EQ(contentOf(world.paths().layout()), stored);
+
+    model.start();
+    EXPECT_TRUE(model.isStarted());
+    EXPECT_EQ(world.grid(), "b a");
+}
+
+TEST(StartUp, AScanThatFindsNothingDoesNotEmptyTheBoard) {
+    World world;
+    world.leaveBoard(board({folder(1, "Work", {"a", "b"}), app("c")}));
+    world.start();
+    EXPECT_EQ(world.onDisk(), "[Work: a b] c");
+    EXPECT_EQ(world.grid(), "");
+
+    world.install({"a", "b", "c"});
+    world.model->rescan();
+    EXPECT_EQ(world.grid(), "[Work: a b] c") << "back where they were";
+}
+
+TEST(StartUp, TheDockIconFollowsTheSettingAlsoLater) {
+    World world;
+    world.start();
+    world.model->prefs().setShowInDock(true);
+    EXPECT_THAT(world.desktop.policies, ElementsAre(Desktop::ActivationPolicy::accessory,
+                                                    Desktop::ActivationPolicy::regular));
+}
+
+TEST(StartUp, AnEmptyLaunchLogIsSeededOnceWithWhenAppsWereLastUsed) {
+    World world;
+    world.lastUsed = {{"old", Date::since2001(1)}, {"recent", Date::since2001(2)}};
+    world.startWith({"never", "recent", "old"}, board({}));
+    const auto stored = LaunchLog::load(world.paths().launchLog());
+    ASSERT_EQ(stored.events.size(), 2U);
+    EXPECT_EQ(stored.events.front().app, "old");
+    EXPECT_EQ(stored.events.back(), (LaunchLog::Event{"recent", Date::since2001(2), {}}));
+
+    world.lastUsed["never"] = Date::since2001(3);
+    world.model.reset();
+    world.start();
+    EXPECT_EQ(world.model->launchLog(), stored) << "a log with events is left alone";
+}
+
+TEST(StartUp, TheModelTicksOnceAMinute) {
+    World world;
+    world.start();
+    int ticks = 0;
+    QObject::connect(world.model.get(), &AppModel::ticked, [&] { ++ticks; });
+    world.scheduler.advance(59.9);
+    EXPECT_EQ(ticks, 0);
+    world.scheduler.advance(120.1);
+    EXPECT_EQ(ticks, 3);
+}
+
+} // namespace vellory::test

@@ -1,0 +1,221 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "view/LauncherWindow.h"
+
+#include <gmock/gmock.h>
+
+#include <QAccessible>
+
+namespace vellory::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class LauncherWindowTest : public testing::Test, public LauncherWindow {};
+
+// --- Opening apps ---
+
+TEST_F(LauncherWindowTest, AClickOpensTheAppAndTheLauncherHides) {
+    openWith(3);
+    click("app:a01");
+    EXPECT_THAT(runningApps.asked, ElementsAre("open a01"));
+    EXPECT_FALSE(controller->isShown());
+    EXPECT_FALSE(window().isVisible());
+}
+
+TEST_F(LauncherWindowTest, CtrlClickAndMiddleClickOpenAnotherWindow) {
+    openWith(3);
+    click("app:a02", Qt::ControlModifier);
+    show();
+    QTest::mouseClick(&window(), Qt::MiddleButton, Qt::NoModifier, middleOf("app:a00"));
+    EXPECT_THAT(runningApps.asked, ElementsAre("new a02", "new a00"));
+}
+
+TEST_F(LauncherWindowTest, ArrowsAndReturnOpenTheHighlightedApp) {
+    openWith(10);
+    press(Qt::Key_Right);
+    press(Qt::Key_Right);
+    press(Qt::Key_Down);
+    EXPECT_TRUE(tile("app:a08")->property("highlighted").toBool()); // 7 columns: 1 + 7
+    press(Qt::Key_Return);
+    EXPECT_THAT(runningApps.asked, ElementsAre("open a08"));
+    EXPECT_FALSE(controller->isShown());
+}
+
+TEST_F(LauncherWindowTest, ClosingTheWindowHidesItAndItCanBeShownAgain) {
+    openWith(3);
+    window().close();
+    EXPECT_FALSE(controller->isShown());
+    show();
+    EXPECT_NE(tile("app:a00"), nullptr);
+}
+
+// --- Typing ---
+
+TEST_F(LauncherWindowTest, TypingSearchesFromTheFirstKeyAndReturnOpensTheFirstMatch) {
+    openWith(12);
+    type("a11");
+    EXPECT_EQ(state->query(), "a11");
+    EXPECT_TRUE(
+        eventually([&] { return tile("app:a11") != nullptr && tile("app:a03") == nullptr; }));
+    press(Qt::Key_Return);
+    EXPECT_THAT(runningApps.asked, ElementsAre("open a11"));
+}
+
+// Return acts on what was typed, also before the results have been drawn.
+TEST_F(LauncherWindowTest, ReturnRightAfterTypingOpensTheMatchOfTheWholeQuery) {
+    openWith(40);
+    for (const char* query : {"a07", "a38", "a21"}) {
+        show();
+        runningApps.asked.clear();
+        type(query);
+        press(Qt::Key_Return);
+        EXPECT_THAT(runningApps.asked, ElementsAre(std::string("open ") + query));
+    }
+}
+
+TEST_F(LauncherWindowTest, EscapeClearsTheSearchAndThenHides) {
+    openWith(3);
+    type("zz");
+    settle();
+    EXPECT_EQ(tile("app:a00"), nullptr);
+    press(Qt::Key_Escape);
+    settle();
+    EXPECT_NE(tile("app:a00"), nullptr);
+    EXPECT_TRUE(controller->isShown());
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(controller->isShown());
+}
+
+// --- Folders ---
+
+TEST_F(LauncherWindowTest, AFolderOpensOverTheGridAndClosesByEscapeOrAClickBeside) {
+    const Tile tools = test::folder(5, "Tools", {"a", "b"});
+    open({"a", "b", "c"}, board({tools, app("c")}));
+    const std::string id = tools.id();
+    EXPECT_EQ(tile("app:a"), nullptr);
+
+    click(id);
+    settle();
+    EXPECT_NE(tile("app:a"), nullptr);
+    press(Qt::Key_Escape);
+    settle();
+    EXPECT_EQ(tile("app:a"), nullptr);
+    EXPECT_TRUE(controller->isShown());
+
+    click(id);
+    settle();
+    QTest::mouseClick(&window(), Qt::LeftButton, Qt::NoModifier, {4, 4});
+    settle();
+    EXPECT_EQ(tile("app:a"), nullptr);
+
+    click(id);
+    settle();
+    click("app:b");
+    EXPECT_THAT(runningApps.asked, ElementsAre("open b"));
+}
+
+// --- Pages ---
+
+TEST_F(LauncherWindowTest, KeysWheelDragAndDotsTurnPages) {
+    openWith(100);
+    const int perPage = state->columns() * state->rows();
+    const std::string first = "app:" + appID(0);
+    const std::string onSecond = "app:" + appID(perPage);
+    const auto shows = [&](const std::string& id) {
+        settle();
+        return tile(id) != nullptr;
+    };
+
+    press(Qt::Key_PageDown);
+    EXPECT_TRUE(shows(onSecond));
+    EXPECT_FALSE(shows(first));
+    press(Qt::Key_PageUp);
+    EXPECT_TRUE(shows(first));
+
+    const QPoint middle(window().width() / 2, window().height() / 2);
+    QWheelEvent wheel(middle, window().mapToGlobal(middle), {}, {0, -120}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&window(), &wheel);
+    EXPECT_EQ(state->page(), 1);
+    EXPECT_TRUE(shows(onSecond));
+
+    // To the right by a third of the width: back to the first page.
+    QTest::mousePress(&window(), Qt::LeftButton, Qt::NoModifier, middle);
+    for (int step = 1; step <= 10; ++step) {
+        QTest::mouseMove(&window(), middle + QPoint(step * window().width() / 30, 0));
+    }
+    EXPECT_NE(tile(first), nullptr) << "the page before slides into view under the finger";
+    QTest::mouseRelease(&window(), Qt::LeftButton, Qt::NoModifier,
+                        middle + QPoint(window().width() / 3, 0));
+    EXPECT_EQ(state->page(), 0);
+    EXPECT_TRUE(shows(first));
+    EXPECT_THAT(runningApps.asked, IsEmpty()) << "a drag opens nothing";
+
+    state->goToPage(1);
+    EXPECT_TRUE(shows(onSecond));
+}
+
+// --- Keeping delegates ---
+
+TEST_F(LauncherWindowTest, ATileKeepsItsDelegateWhenTheGridChangesAroundIt) {
+    openWith(6);
+    QQuickItem* const kept = tile("app:a04");
+    const QPointF before = kept->position();
+    model->moveTile("app:a00", 6);
+    settle();
+    EXPECT_EQ(tile("app:a04"), kept);
+    EXPECT_TRUE(eventually([&] { return kept->x() < before.x(); }));
+    type("a04");
+    settle();
+    press(Qt::Key_Escape);
+    settle();
+    EXPECT_EQ(tile("app:a04"), kept) << "clearing a search makes nothing anew";
+    model->rename("a04", "Other name");
+    settle();
+    EXPECT_EQ(kept->property("title").toString(), "Other name");
+}
+
+TEST_F(LauncherWindowTest, RightToLeftStartsAtTheRight) {
+    openWith(3);
+    const QPoint first = middleOf("app:a00");
+    state->setRightToLeft(true);
+    settle();
+    EXPECT_EQ(middleOf("app:a00").x(), window().width() - first.x());
+    EXPECT_LT(middleOf("app:a01").x(), middleOf("app:a00").x());
+}
+
+// --- What is shown ---
+
+TEST_F(LauncherWindowTest, EveryTileTellsItsNameAndRoleToAssistiveTechnology) {
+    openWith(2);
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(tile("app:a01"));
+    ASSERT_NE(accessible, nullptr);
+    EXPECT_EQ(accessible->text(QAccessible::Name), "A01");
+    EXPECT_EQ(accessible->role(), QAccessible::Button);
+}
+
+TEST_F(LauncherWindowTest, NoTileLiesOverAnotherOrLeavesTheWindowAtAnySize) {
+    openWith(60);
+    for (const QSize size : {QSize(640, 480), QSize(1280, 800), QSize(2560, 1080)}) {
+        window().showNormal();
+        window().resize(size);
+        ASSERT_TRUE(eventually([&] { return root().size() == QSizeF(size); }));
+        settle();
+        std::vector<QRectF> places;
+        for (int i = 0; i < state->columns() * state->rows() && i < 60; ++i) {
+            const QQuickItem* item = tile("app:" + appID(i));
+            ASSERT_NE(item, nullptr) << i;
+            const QRectF place = item->mapRectToScene(QRectF({}, item->size()));
+            EXPECT_TRUE(QRectF(QPointF(), size).contains(place)) << i;
+            for (const QRectF& other : places) {
+                // Half a pixel of rounding is nothing to see.
+                EXPECT_FALSE(other.intersects(place.adjusted(0.5, 0.5, -0.5, -0.5))) << i;
+            }
+            places.push_back(place);
+        }
+    }
+}
+
+} // namespace
+} // namespace vellory::test

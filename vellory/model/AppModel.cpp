@@ -1,0 +1,313 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "model/AppModel.h"
+
+#include <tuple>
+#include <unordered_set>
+#include <utility>
+
+#include <QPointer>
+
+#include "Support/AtomicFile.h"
+#include "Workspaces/WellKnownApps.h"
+#include "platform/Desktop.h"
+
+namespace vellory {
+
+namespace {
+
+constexpr double tickInterval = 60.0;
+
+} // namespace
+
+AppModel::AppModel(Ports ports, Environment environment, QObject* parent)
+    : QObject(parent), ports_(ports), environment_(std::move(environment)), prefs_(ports.defaults),
+      collator_(environment_.locale),
+      document_(BoardStore(environment_.paths.layout(), environment_.paths.layoutHistory(),
+                           BoardStore::defaultKeep,
+                           [&clock = ports.clock] { return clock.now(); })),
+      workspaces_(environment_.paths.workspaces()), launches_(environment_.paths, ports.scheduler),
+      running_(ports), editor_(*this, document_, ports_, environment_),
+      rescanner_(ports.folderWatcher, ports.scheduler, [this] { rescan(); }),
+      focusFilter_(GridFilter::load(ports.defaults)) {
+    connect(&prefs_, &Prefs::changed, this, &AppModel::onPrefChanged);
+    connect(&running_, &RunningTracker::runningChanged, this, &AppModel::runningChanged);
+    connect(&running_, &RunningTracker::badgesChanged, this, &AppModel::badgesChanged);
+    connect(&workspaces_, &WorkspaceList::changed, this, &AppModel::refreshGrid);
+    connect(&workspaces_, &WorkspaceList::activeChanged, this, &AppModel::refreshGrid);
+    connect(&editor_, &BoardEditor::noticePosted, this, &AppModel::noticePosted);
+    connect(&editor_, &BoardEditor::pictureReplaced, this, &AppModel::pictureReplaced);
+    connect(&document_, &BoardDocument::changed, this, [this] {
+        Q_EMIT boardChanged();
+        refreshGrid();
+    });
+    connect(&document_, &BoardDocument::saveFailed, this, [this](const std::error_code& error) {
+        Q_EMIT noticePosted(Notice::error("Couldn't save the layout: " + error.message()));
+    });
+}
+
+AppModel::~AppModel() {
+    ports_.runningApps.observe({});
+    launches_.flush();
+}
+
+// --- Life ---
+
+void AppModel::start() {
+    if (isStarted()) {
+        return;
+    }
+    // A folder that cannot be made shows when the first file in it cannot be written.
+    std::ignore = AtomicFile::createFolder(environment_.paths.support());
+    onPrefChanged("showInDock");
+    launches_.load();
+    workspaces_.load();
+    scanApps();
+    loadBoard();
+    if (environment_.lastUsed) {
+        launches_.seedIfEmpty(installedApps(), environment_.lastUsed);
+    }
+    watchAppFolders();
+    observeApps();
+    refreshBadges();
+    minuteTimer_ = ports_.scheduler.every(tickInterval, [this] { tick(); });
+    if (!prefs_.hasSeenWelcome()) {
+        Q_EMIT welcomeRequested();
+    }
+}
+
+void AppModel::loadBoard() {
+    if (!document_.load()) {
+        document_.begin(editor_.autoFolderBoard());
+        saveBoard(std::nullopt);
+    } else if (!installedOrder_.empty()) {
+        // A scan that found nothing at all says that nothing could be read, not that every app is
+        // gone; and what is saved here leaves no step in the history to go back to.
+        reconcile(std::nullopt);
+    }
+}
+
+void AppModel::scanApps() {
+    std::map<BundleID, InstalledApp> apps;
+    std::vector<BundleID> order;
+    for (InstalledApp& found :
+         ports_.catalogue.scan(ports_.catalogue.roots(prefs_.extraFolders()))) {
+        if (const auto [place, isNew] = apps.try_emplace(found.bundleID, found); isNew) {
+            order.push_back(std::move(found.bundleID));
+        }
+    }
+    if (apps != apps_ || order != installedOrder_) {
+        apps_ = std::move(apps);
+        installedOrder_ = std::move(order);
+        Q_EMIT appsChanged();
+        refreshGrid();
+    }
+}
+
+void AppModel::rescan() {
+    const auto before = apps_;
+    scanApps();
+    if (apps_ != before) {
+        reconcile("Apps changed");
+    }
+    if (isStarted()) {
+        watchAppFolders();
+    }
+}
+
+void AppModel::reconcile(const std::optional<std::string>& reason) {
+    if (!isStarted()) {
+        return;
+    }
+    Board next = board();
+    const std::vector<BundleID> added = next.reconcile(installedOrder_);
+    document_.change(std::move(next), reason);
+    if (!added.empty() && prefs_.hasSeenWelcome()) {
+        const std::string text = added.size() == 1
+                                     ? name(added.front()) + " added to vellory"
+                                     : std::to_string(added.size()) + " new apps added";
+        Q_EMIT noticePosted(Notice::confirmation(text, "plus.app"));
+    }
+}
+
+void AppModel::watchAppFolders() {
+    rescanner_.watch(ports_.catalogue.roots(prefs_.extraFolders()));
+}
+
+void AppModel::observeApps() {
+    const auto onLaunch = [this](const BundleID& id) {
+        running_.refreshRunning();
+        // What has no identifier cannot be told from anything else.
+        if (!id.empty()) {
+            launches_.record(id, ports_.clock.now(), workspaces_.active());
+            Q_EMIT appLaunched(id);
+        }
+    };
+    const auto onQuit = [this](const BundleID& id) {
+        running_.refreshRunning();
+        Q_EMIT appQuit(id);
+    };
+    ports_.runningApps.observe({.launched = onLaunch, .quit = onQuit});
+}
+
+void AppModel::onPrefChanged(const std::string& key) {
+    if (key == "showInDock") {
+        ports_.desktop.setActivationPolicy(prefs_.showInDock()
+                                               ? Desktop::ActivationPolicy::regular
+                                               : Desktop::ActivationPolicy::accessory);
+    } else if (key == "extraFolders" && isStarted()) {
+        rescan();
+    } else if (key == "showBadges" && isStarted()) {
+        refreshBadges();
+    }
+}
+
+void AppModel::tick() {
+    Q_EMIT ticked();
+}
+
+void AppModel::refreshBadges() {
+    running_.refreshRunning();
+    if (prefs_.showBadges()) {
+        running_.refreshBadges();
+    } else {
+        running_.clearBadges();
+    }
+}
+
+// --- What there is ---
+
+const InstalledApp* AppModel::app(const BundleID& id) const {
+    const auto found = apps_.find(id);
+    return found == apps_.end() ? nullptr : &found->second;
+}
+
+std::vector<InstalledApp> AppModel::installedApps() const {
+    std::vector<InstalledApp> installed;
+    installed.reserve(installedOrder_.size());
+    for (const BundleID& id : installedOrder_) {
+        installed.push_back(apps_.at(id));
+    }
+    return installed;
+}
+
+std::set<BundleID> AppModel::protectedApps() const {
+    std::set<BundleID> apps = prefs_.protectedApps();
+    apps.insert(environment_.desktopApps.begin(), environment_.desktopApps.end());
+    apps.emplace(WellKnownApps::finder);
+    apps.emplace(WellKnownApps::vellory);
+    apps.insert(environment_.ownID);
+    return apps;
+}
+
+std::string AppModel::name(const BundleID& id) const {
+    if (const auto given = board().renames.find(id); given != board().renames.end()) {
+        return given->second;
+    }
+    const InstalledApp* installed = app(id);
+    return installed == nullptr ? id : installed->name;
+}
+
+std::string AppModel::displayName(const BundleID& id) const {
+    return app(id) == nullptr ? ports_.catalogue.displayName(id).value_or(id) : name(id);
+}
+
+std::vector<AppAction> AppModel::actions(const BundleID& id) const {
+    const InstalledApp* installed = app(id);
+    return installed == nullptr ? std::vector<AppAction>{} : ports_.catalogue.actions(*installed);
+}
+
+std::optional<Folder> AppModel::visibleFolder(const Uuid& folder) const {
+    for (const Tile& tile : visibleTiles_) {
+        if (const Folder* shown = tile.folder(); shown != nullptr && shown->id == folder) {
+            return *shown;
+        }
+    }
+    return std::nullopt;
+}
+
+std::vector<BundleID> AppModel::search(const std::string& query) const {
+    return search_.find(query);
+}
+
+void AppModel::setShowAllApps(bool on) {
+    if (on != showAllApps_) {
+        showAllApps_ = on;
+        refreshGrid();
+    }
+}
+
+void AppModel::setFocusFilter(const std::optional<GridFilter>& filter) {
+    if (filter != focusFilter_) {
+        focusFilter_ = filter;
+        GridFilter::save(filter, ports_.defaults);
+        refreshGrid();
+    }
+}
+
+bool AppModel::isShown(const BundleID& id) const {
+    return apps_.contains(id) && !board().hidden.contains(id) &&
+           (!allowed_ || allowed_->contains(id));
+}
+
+void AppModel::refreshGrid() {
+    allowed_.reset();
+    const Workspace* workspace = workspaces_.activeWorkspace();
+    if (!showAllApps_ && workspace != nullptr && workspace->focusGrid) {
+        const auto ids = workspace->appIDs();
+        allowed_.emplace(ids.begin(), ids.end());
+    }
+    const bool isFiltered = !showAllApps_ && focusFilter_;
+    visibleTiles_ = GridContents::shownTiles(
+        isFiltered ? focusFilter_->tiles(board().tiles, workspaces_.all()) : board().tiles,
+        [this](const BundleID& id) { return isShown(id); });
+
+    std::vector<std::pair<BundleID, std::string>> candidates;
+    std::unordered_set<BundleID> seen;
+    for (BundleID& id : board().allApps()) {
+        if (apps_.contains(id) && seen.insert(id).second) {
+            std::string itsName = name(id);
+            candidates.emplace_back(std::move(id), std::move(itsName));
+        }
+    }
+    search_.setCandidates(candidates);
+    Q_EMIT visibleTilesChanged();
+}
+
+// --- Opening apps ---
+
+void AppModel::launch(const BundleID& id) {
+    open(id, RunningApps::Open::bringForward);
+}
+
+void AppModel::launchNew(const BundleID& id) {
+    open(id, RunningApps::Open::newInstance);
+}
+
+void AppModel::open(const BundleID& id, RunningApps::Open mode) {
+    if (const InstalledApp* installed = app(id)) {
+        ports_.runningApps.open(*installed, mode, noticeOnFailure(id));
+    }
+}
+
+void AppModel::perform(const BundleID& id, const std::string& action) {
+    if (const InstalledApp* installed = app(id)) {
+        ports_.runningApps.perform(*installed, action, noticeOnFailure(id));
+    }
+}
+
+RunningApps::Completion AppModel::noticeOnFailure(const BundleID& id) {
+    return [self = QPointer(this),
+            text = "Couldn't open " + name(id)](const std::optional<std::string>& failure) {
+        if (self && failure) {
+            Q_EMIT self->noticePosted(Notice::error(text));
+        }
+    };
+}
+
+// --- The board ---
+
+void AppModel::saveBoard(const std::optional<std::string>& reason) {
+    document_.save(reason);
+}
+
+} // namespace vellory

@@ -1,0 +1,232 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <QObject>
+
+#include "Board/Board.h"
+#include "Board/BoardStore.h"
+#include "Board/InstalledApp.h"
+#include "Search/GridFilter.h"
+#include "Support/Text.h"
+#include "Support/Uuid.h"
+#include "model/AppRescanner.h"
+#include "model/AppSearch.h"
+#include "model/BoardDocument.h"
+#include "model/BoardEditor.h"
+#include "model/GridContents.h"
+#include "model/LaunchRecorder.h"
+#include "model/Notice.h"
+#include "model/Ports.h"
+#include "model/Prefs.h"
+#include "model/RunningTracker.h"
+#include "model/WorkspaceList.h"
+#include "platform/AppCatalogue.h"
+#include "platform/RunningApps.h"
+#include "platform/Scheduler.h"
+
+namespace vellory {
+
+/// The application's state: the board, the installed apps and what of them the grid shows; and what
+/// a user can do with them. Every view and command goes through it.
+///
+/// Main thread only. Nothing is read or written before `start`.
+class AppModel : public QObject {
+    Q_OBJECT
+
+  public:
+    AppModel(Ports ports, Environment environment, QObject* parent = nullptr);
+    ~AppModel() override;
+
+    // --- Life ---
+
+    /// Reads what is stored, scans the apps, brings the board in step with them and begins to
+    /// watch. Once.
+    void start();
+    /// Whether the board has been loaded. Until then no edit is made and nothing is saved.
+    bool isStarted() const { return document_.isLoaded(); }
+
+    /// Looks for installed apps again; the board stays as it is.
+    void scanApps();
+    /// Looks for installed apps again and, when that changed anything, brings the board in step.
+    void rescan();
+    /// What runs once a minute.
+    void tick();
+    /// Asks anew which apps run and which badges they show; the badges arrive later.
+    void refreshBadges();
+
+    // --- What there is ---
+
+    const Board& board() const { return document_.board(); }
+    const std::map<BundleID, InstalledApp>& apps() const { return apps_; }
+    /// Nothing when no such app is installed.
+    const InstalledApp* app(const BundleID& id) const;
+    /// The installed apps in the order in which they were found: by name.
+    const std::vector<BundleID>& installedOrder() const { return installedOrder_; }
+    /// The installed apps themselves, in that order.
+    std::vector<InstalledApp> installedApps() const;
+    /// The apps with windows of their own that run now.
+    const std::set<BundleID>& running() const { return running_.running(); }
+    const std::map<BundleID, std::string>& badges() const { return running_.badges(); }
+    Prefs& prefs() { return prefs_; }
+    const Prefs& prefs() const { return prefs_; }
+    WorkspaceList& workspaces() { return workspaces_; }
+    const WorkspaceList& workspaces() const { return workspaces_; }
+    const UsageStore& usage() const { return launches_.usage(); }
+    const LaunchLog& launchLog() const { return launches_.log(); }
+    const Text::Collator& collator() const { return collator_; }
+    Clock& clock() const { return ports_.clock; }
+    /// What is never hidden or quit: the user's choice, the file manager and this program.
+    std::set<BundleID> protectedApps() const;
+
+    /// The name the user gave the app, else its own, else the identifier.
+    std::string name(const BundleID& id) const;
+    /// As `name`, but also right for apps that are not on the grid.
+    std::string displayName(const BundleID& id) const;
+    /// What else an installed app offers beside being opened.
+    std::vector<AppAction> actions(const BundleID& id) const;
+
+    /// The tiles of the grid in order: apps that are installed, not hidden and let through by the
+    /// filters; folders with such apps only, and never empty.
+    const std::vector<Tile>& visibleTiles() const { return visibleTiles_; }
+    /// A folder as the grid shows it, with its shown apps only.
+    std::optional<Folder> visibleFolder(const Uuid& folder) const;
+    /// Installed apps on the board whose name matches, best first; all of them for a blank query.
+    std::vector<BundleID> search(const std::string& query) const;
+
+    /// Shows everything in spite of filters and the active workspace.
+    bool showAllApps() const { return showAllApps_; }
+    void setShowAllApps(bool on);
+
+    /// What a Focus mode of the desktop lets through; kept over restarts.
+    const std::optional<GridFilter>& focusFilter() const { return focusFilter_; }
+    void setFocusFilter(const std::optional<GridFilter>& filter);
+
+    // --- Opening apps: unknown identifiers do nothing, failures are told in a notice ---
+
+    /// Opens the app, or brings it to the front when it runs.
+    void launch(const BundleID& id);
+    /// Opens a new window or instance of the app.
+    void launchNew(const BundleID& id);
+    /// One of the app's `actions`.
+    void perform(const BundleID& id, const std::string& action);
+
+    // --- Editing the board: see `BoardEditor` ---
+
+    void moveTile(const std::string& tileID, int place) { editor_.moveTile(tileID, place); }
+    /// An app from a folder (or the top level) to a place on the top level.
+    void moveApp(const BundleID& id, int place) { editor_.moveApp(id, place); }
+    /// An app out of its folder to the place right after it.
+    void moveOutOfFolder(const BundleID& id) { editor_.moveOutOfFolder(id); }
+    /// An app to another place among the shown apps of its folder.
+    void moveInFolder(const Uuid& folder, const BundleID& id, int place) {
+        editor_.moveInFolder(folder, id, place);
+    }
+    /// A tile, or an app out of its folder, to the end of the grid.
+    void moveToEnd(const std::string& tileID) { editor_.moveToEnd(tileID); }
+    /// An app onto another tile: into that folder, or into a new folder made of both apps. The
+    /// folder that now holds it, or nothing.
+    std::optional<Uuid> drop(const BundleID& id, const std::string& targetTileID,
+                             const std::string& newFolderTitle = "New folder") {
+        return editor_.drop(id, targetTileID, newFolderTitle);
+    }
+    std::optional<Uuid> makeFolder(const std::vector<BundleID>& ids,
+                                   const std::string& title = "New folder") {
+        return editor_.makeFolder(ids, title);
+    }
+    /// An empty title leaves the folder's name as it is.
+    void renameFolder(const Uuid& folder, const std::string& title) {
+        editor_.renameFolder(folder, title);
+    }
+    void setFolderColor(const Uuid& folder, const std::optional<std::string>& color) {
+        editor_.setFolderColor(folder, color);
+    }
+    void setFolderEmoji(const Uuid& folder, const std::optional<std::string>& emoji) {
+        editor_.setFolderEmoji(folder, emoji);
+    }
+    void dissolveFolder(const Uuid& folder) { editor_.dissolveFolder(folder); }
+
+    void hide(const std::vector<BundleID>& ids) { editor_.hide(ids); }
+    void unhide(const BundleID& id) { editor_.unhide(id); }
+    /// An empty name, or the app's own, takes the given name away.
+    void rename(const BundleID& id, const std::string& name) { editor_.rename(id, name); }
+    /// Lets the user pick a picture; the edit follows when they did.
+    void chooseIcon(const BundleID& id) { editor_.chooseIcon(id); }
+    void resetIcon(const BundleID& id) { editor_.resetIcon(id); }
+    void chooseCover(const Uuid& folder) { editor_.chooseCover(folder); }
+    void resetCover(const Uuid& folder) { editor_.resetCover(folder); }
+
+    /// Arranges all apps anew in folders by category; names, icons and hidden apps stay.
+    void autoFolders() { editor_.autoFolders(); }
+    void sortAlphabetically() { editor_.sortAlphabetically(); }
+    /// Every app by itself, by name: no folders.
+    void layOutAlphabetically() { editor_.layOutAlphabetically(); }
+    void sortByUse() { editor_.sortByUse(); }
+
+    /// The history of the board, newest first.
+    std::vector<BoardStore::Snapshot> snapshots() const { return document_.snapshots(); }
+    void restore(const BoardStore::Snapshot& snapshot) { editor_.restore(snapshot); }
+
+    /// Writes the board; a `reason` names a step in the history. Does nothing before the board was
+    /// loaded; a failure is told in a notice and the next save tries again.
+    void saveBoard(const std::optional<std::string>& reason);
+
+  Q_SIGNALS:
+    void boardChanged();
+    void appsChanged();
+    void runningChanged();
+    void badgesChanged();
+    /// Anything about the grid changed: which tiles there are, their order, names or pictures.
+    void visibleTilesChanged();
+    /// The picture in this file of the icons folder was replaced under the same name.
+    void pictureReplaced(const std::string& file);
+    void noticePosted(const vellory::Notice& notice);
+    /// The user has not been welcomed yet.
+    void welcomeRequested();
+    /// An app was started, here or elsewhere; it has been counted.
+    void appLaunched(const std::string& id);
+    void appQuit(const std::string& id);
+    void ticked();
+
+  private:
+    void loadBoard();
+    /// Drops from the board what is gone and adds what is new.
+    void reconcile(const std::optional<std::string>& reason);
+    void watchAppFolders();
+    void observeApps();
+    void onPrefChanged(const std::string& key);
+    void refreshGrid();
+    bool isShown(const BundleID& id) const;
+    void open(const BundleID& id, RunningApps::Open mode);
+    RunningApps::Completion noticeOnFailure(const BundleID& id);
+
+    Ports ports_;
+    Environment environment_;
+    Prefs prefs_;
+    Text::Collator collator_;
+    BoardDocument document_;
+    WorkspaceList workspaces_;
+    LaunchRecorder launches_;
+    RunningTracker running_;
+    BoardEditor editor_;
+    AppRescanner rescanner_;
+    AppSearch search_;
+    Scheduler::Handle minuteTimer_;
+
+    bool showAllApps_ = false;
+    std::optional<GridFilter> focusFilter_;
+    std::map<BundleID, InstalledApp> apps_;
+    std::vector<BundleID> installedOrder_;
+    /// What the active workspace lets through; nothing when it does not restrict the grid.
+    std::optional<std::set<BundleID>> allowed_;
+    std::vector<Tile> visibleTiles_;
+};
+
+} // namespace vellory

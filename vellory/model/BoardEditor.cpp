@@ -1,0 +1,297 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "model/BoardEditor.h"
+
+#include <array>
+#include <cstdio>
+#include <set>
+#include <tuple>
+#include <utility>
+
+#include <QPointer>
+
+#include "Board/AutoFolders.h"
+#include "Support/Text.h"
+#include "model/AppModel.h"
+#include "model/GridContents.h"
+#include "platform/AppCatalogue.h"
+#include "platform/ImageChooser.h"
+
+namespace vellory {
+
+namespace {
+
+/// Smaller categories get no folder of their own.
+constexpr std::size_t leastAppsInAutoFolder = 2;
+
+/// Such as "2026-11-21 08:34".
+std::string dateText(Date date, const Calendar& calendar) {
+    const auto parts = calendar.components(date);
+    if (!parts) {
+        return "an unknown date";
+    }
+    std::array<char, 48> text{};
+    std::snprintf(text.data(), text.size(), "%04d-%02d-%02d %02d:%02d", parts->year, parts->month,
+                  parts->day, parts->hour, parts->minute);
+    return text.data();
+}
+
+} // namespace
+
+BoardEditor::BoardEditor(const AppModel& model, BoardDocument& document, const Ports& ports,
+                         const Environment& environment, QObject* parent)
+    : QObject(parent), model_(model), document_(document), ports_(ports), environment_(environment),
+      icons_(environment.paths.icons()) {}
+
+Board BoardEditor::autoFolderBoard() const {
+    return AutoFolders::boardFor(
+        model_.installedApps(), leastAppsInAutoFolder,
+        [this](const InstalledApp& app) { return ports_.catalogue.category(app); },
+        model_.collator(), environment_.newID);
+}
+
+// --- Tiles and folders ---
+
+void BoardEditor::moveTile(const std::string& tileID, int place) {
+    edit("Moved", "arrow.left.arrow.right", [&](Board& next) {
+        next.moveTile(tileID, GridContents::boardIndex(next, model_.visibleTiles(), place));
+    });
+}
+
+void BoardEditor::moveApp(const BundleID& id, int place) {
+    const auto from = document_.board().locate(id);
+    const bool fromFolder = from && from->inFolder;
+    edit(fromFolder ? "Moved out of folder" : "Moved", "arrow.left.arrow.right", [&](Board& next) {
+        next.moveAppToTopLevel(id, GridContents::boardIndex(next, model_.visibleTiles(), place));
+    });
+}
+
+void BoardEditor::moveOutOfFolder(const BundleID& id) {
+    const auto from = document_.board().locate(id);
+    if (from && from->inFolder) {
+        edit("Moved out of folder", "arrow.left.arrow.right", [&](Board& next) {
+            next.moveAppToTopLevel(id, static_cast<std::ptrdiff_t>(from->tile) + 1);
+        });
+    }
+}
+
+void BoardEditor::moveInFolder(const Uuid& folder, const BundleID& id, int place) {
+    const auto shown = model_.visibleFolder(folder);
+    if (!shown) {
+        return;
+    }
+    const std::set<BundleID> apps(shown->apps.begin(), shown->apps.end());
+    editFolder(folder, "Moved", "arrow.left.arrow.right", [&](Folder& each) {
+        GridContents::moveWithin(each.apps, id, place,
+                                 [&](const BundleID& app) { return apps.contains(app); });
+    });
+}
+
+void BoardEditor::moveToEnd(const std::string& tileID) {
+    edit("Moved to end", "arrow.right.to.line", [&](Board& next) {
+        const auto end = std::ssize(next.tiles);
+        if (next.indexOfTile(tileID) || !tileID.starts_with(Tile::appPrefix)) {
+            next.moveTile(tileID, end);
+        } else {
+            next.moveAppToTopLevel(tileID.substr(Tile::appPrefix.size()), end);
+        }
+    });
+}
+
+std::optional<Uuid> BoardEditor::drop(const BundleID& id, const std::string& targetTileID,
+                                      const std::string& newFolderTitle) {
+    Board next = document_.board();
+    if (!next.locate(id)) {
+        return std::nullopt;
+    }
+    const bool ontoApp = targetTileID.starts_with(Tile::appPrefix);
+    const auto folder = next.drop(id, targetTileID, newFolderTitle, environment_.newID);
+    if (!folder) {
+        // The only app of a folder on that very folder: taking it out removed the target, so this
+        // board must not be kept.
+        return std::nullopt;
+    }
+    const std::string reason = ontoApp ? "Made a folder" : "Moved";
+    commit(std::move(next), reason, Notice::confirmation(reason, "folder"));
+    return folder;
+}
+
+std::optional<Uuid> BoardEditor::makeFolder(const std::vector<BundleID>& ids,
+                                            const std::string& title) {
+    std::optional<Uuid> folder;
+    edit("New folder", "folder.badge.plus",
+         [&](Board& next) { folder = next.makeFolder(ids, title, environment_.newID); });
+    return folder;
+}
+
+void BoardEditor::renameFolder(const Uuid& folder, const std::string& title) {
+    const std::string trimmed(Text::trimmed(title));
+    if (!trimmed.empty()) {
+        editFolder(folder, "Renamed folder", "pencil", [&](Folder& each) { each.title = trimmed; });
+    }
+}
+
+void BoardEditor::setFolderColor(const Uuid& folder, const std::optional<std::string>& color) {
+    editFolder(folder, "Folder colour", "paintpalette", [&](Folder& each) { each.color = color; });
+}
+
+void BoardEditor::setFolderEmoji(const Uuid& folder, const std::optional<std::string>& emoji) {
+    editFolder(folder, "Folder icon", "face.smiling", [&](Folder& each) { each.emoji = emoji; });
+}
+
+void BoardEditor::dissolveFolder(const Uuid& folder) {
+    if (const Folder* known = document_.board().folder(folder)) {
+        edit("Broke up " + known->title, "folder.badge.minus",
+             [&](Board& next) { next.dissolveFolder(folder); });
+    }
+}
+
+// --- Apps ---
+
+void BoardEditor::hide(const std::vector<BundleID>& ids) {
+    Board next = document_.board();
+    std::vector<BundleID> newlyHidden;
+    for (const BundleID& id : ids) {
+        if (next.hidden.insert(id).second) {
+            newlyHidden.push_back(id);
+        }
+    }
+    if (newlyHidden.empty()) {
+        return;
+    }
+    const std::string reason = newlyHidden.size() == 1
+                                   ? "Hid " + model_.name(newlyHidden.front())
+                                   : "Hid " + std::to_string(newlyHidden.size()) + " apps";
+    commit(std::move(next), reason, Notice::confirmation(reason, "eye.slash"));
+}
+
+void BoardEditor::unhide(const BundleID& id) {
+    edit("Showed " + model_.name(id), "eye", [&](Board& next) { next.hidden.erase(id); });
+}
+
+void BoardEditor::rename(const BundleID& id, const std::string& name) {
+    const InstalledApp* installed = model_.app(id);
+    if (installed == nullptr) {
+        return;
+    }
+    const std::string trimmed(Text::trimmed(name));
+    const bool isOwnName = trimmed.empty() || trimmed == installed->name;
+    edit("Renamed " + (isOwnName ? installed->name : trimmed), "pencil", [&](Board& next) {
+        if (isOwnName) {
+            next.renames.erase(id);
+        } else {
+            next.renames[id] = trimmed;
+        }
+    });
+}
+
+void BoardEditor::chooseIcon(const BundleID& id) {
+    if (model_.app(id) == nullptr) {
+        return;
+    }
+    ports_.imageChooser.chooseImage(
+        "Icon for " + model_.name(id),
+        [self = QPointer(this), id](const std::filesystem::path& picture) {
+            // The app may have gone while the user was choosing.
+            if (!self || self->model_.app(id) == nullptr) {
+                return;
+            }
+            if (const auto path = self->pathOf(self->icons_.addIcon(id, picture))) {
+                self->edit("Icon for " + self->model_.name(id), "photo",
+                           [&](Board& next) { next.icons[id] = *path; });
+            }
+        });
+}
+
+void BoardEditor::resetIcon(const BundleID& id) {
+    edit("Reset icon for " + model_.name(id), "photo", [&](Board& next) { next.icons.erase(id); });
+}
+
+void BoardEditor::chooseCover(const Uuid& folder) {
+    const Folder* known = document_.board().folder(folder);
+    if (known == nullptr) {
+        return;
+    }
+    ports_.imageChooser.chooseImage(
+        "Cover for " + known->title,
+        [self = QPointer(this), folder](const std::filesystem::path& picture) {
+            if (!self || self->document_.board().folder(folder) == nullptr) {
+                return;
+            }
+            if (const auto path = self->pathOf(self->icons_.addCover(folder, picture))) {
+                self->editFolder(folder, "Folder cover", "photo",
+                                 [&](Folder& each) { each.cover = *path; });
+            }
+        });
+}
+
+void BoardEditor::resetCover(const Uuid& folder) {
+    editFolder(folder, "Folder cover", "photo", [](Folder& each) { each.cover.reset(); });
+}
+
+std::optional<std::string> BoardEditor::pathOf(const Added& added) {
+    if (!added) {
+        Q_EMIT noticePosted(Notice::error("Couldn't use the picture: " + added.error().message()));
+        return std::nullopt;
+    }
+    Q_EMIT pictureReplaced(added->string());
+    return added->string();
+}
+
+// --- The whole board ---
+
+void BoardEditor::autoFolders() {
+    edit("Auto folders", "folder.badge.gearshape",
+         [&](Board& next) { next.tiles = autoFolderBoard().tiles; });
+}
+
+void BoardEditor::sortAlphabetically() {
+    edit("Sorted A–Z", "textformat.abc", [&](Board& next) {
+        next.sortBy([this](const BundleID& id) { return model_.displayName(id); },
+                    model_.collator());
+    });
+}
+
+void BoardEditor::layOutAlphabetically() {
+    edit("Sorted A–Z", "textformat.abc", [&](Board& next) {
+        next.dissolveAll();
+        next.sortBy([this](const BundleID& id) { return model_.displayName(id); },
+                    model_.collator());
+    });
+}
+
+void BoardEditor::sortByUse() {
+    edit("Sorted by use", "chart.bar", [&](Board& next) {
+        next.sortByUse([this](const BundleID& id) { return model_.usage().count(id); });
+    });
+}
+
+void BoardEditor::restore(const BoardStore::Snapshot& snapshot) {
+    std::optional<Board> earlier = document_.boardIn(snapshot);
+    if (!earlier) {
+        return;
+    }
+    // Apps have come and gone since; a later scan that finds nothing new would not notice.
+    std::ignore = earlier->reconcile(model_.installedOrder());
+    commit(*std::move(earlier), "Restored " + dateText(snapshot.date, environment_.calendar),
+           Notice::confirmation("Layout restored", "clock.arrow.circlepath"));
+}
+
+void BoardEditor::edit(const std::string& reason, const char* symbol,
+                       const std::function<void(Board&)>& change) {
+    Board next = document_.board();
+    change(next);
+    commit(std::move(next), reason, Notice::confirmation(reason, symbol));
+}
+
+void BoardEditor::editFolder(const Uuid& folder, const std::string& reason, const char* symbol,
+                             const std::function<void(Folder&)>& change) {
+    edit(reason, symbol, [&](Board& next) { next.updateFolder(folder, change); });
+}
+
+void BoardEditor::commit(Board next, const std::string& reason, const Notice& notice) {
+    if (document_.change(std::move(next), reason) == BoardDocument::Change::saved) {
+        Q_EMIT noticePosted(notice);
+    }
+}
+
+} // namespace vellory

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <QObject>
+
+#include "Board/Board.h"
+#include "Board/BoardStore.h"
+#include "model/BoardDocument.h"
+#include "model/IconLibrary.h"
+#include "model/Notice.h"
+#include "model/Ports.h"
+
+namespace vellory {
+
+class AppModel;
+
+/// What users do to their board. Each edit is one operation on it and one save, whose reason names
+/// the step in the history and is what the notice says. An edit that changes nothing leaves no
+/// step; so do identifiers that are not on the board.
+///
+/// Places are indexes into what the grid shows as it is before the edit; a place past the end means
+/// the end.
+class BoardEditor : public QObject {
+    Q_OBJECT
+
+  public:
+    /// `model` is asked for names and for what the grid shows.
+    BoardEditor(const AppModel& model, BoardDocument& document, const Ports& ports,
+                const Environment& environment, QObject* parent = nullptr);
+
+    /// All installed apps in folders by category.
+    Board autoFolderBoard() const;
+
+    void moveTile(const std::string& tileID, int place);
+    void moveApp(const BundleID& id, int place);
+    void moveOutOfFolder(const BundleID& id);
+    void moveInFolder(const Uuid& folder, const BundleID& id, int place);
+    void moveToEnd(const std::string& tileID);
+    std::optional<Uuid> drop(const BundleID& id, const std::string& targetTileID,
+                             const std::string& newFolderTitle);
+    std::optional<Uuid> makeFolder(const std::vector<BundleID>& ids, const std::string& title);
+    void renameFolder(const Uuid& folder, const std::string& title);
+    void setFolderColor(const Uuid& folder, const std::optional<std::string>& color);
+    void setFolderEmoji(const Uuid& folder, const std::optional<std::string>& emoji);
+    void dissolveFolder(const Uuid& folder);
+
+    void hide(const std::vector<BundleID>& ids);
+    void unhide(const BundleID& id);
+    void rename(const BundleID& id, const std::string& name);
+    void chooseIcon(const BundleID& id);
+    void resetIcon(const BundleID& id);
+    void chooseCover(const Uuid& folder);
+    void resetCover(const Uuid& folder);
+
+    void autoFolders();
+    void sortAlphabetically();
+    void layOutAlphabetically();
+    void sortByUse();
+    void restore(const BoardStore::Snapshot& snapshot);
+
+  Q_SIGNALS:
+    void noticePosted(const vellory::Notice& notice);
+    void pictureReplaced(const std::string& file);
+
+  private:
+    using Added = std::expected<std::filesystem::path, std::error_code>;
+
+    /// Applies `change` to a copy of the board and commits it with the reason as the notice.
+    void edit(const std::string& reason, const char* symbol,
+              const std::function<void(Board&)>& change);
+    void editFolder(const Uuid& folder, const std::string& reason, const char* symbol,
+                    const std::function<void(Folder&)>& change);
+    void commit(Board next, const std::string& reason, const Notice& notice);
+    /// The text of the path of a picture that was added, or nothing after a notice.
+    std::optional<std::string> pathOf(const Added& added);
+
+    const AppModel& model_;
+    BoardDocument& document_;
+    Ports ports_;
+    Environment environment_;
+    IconLibrary icons_;
+};
+
+} // namespace vellory

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <expected>
+#include <filesystem>
+#include <system_error>
+
+#include "Board/InstalledApp.h"
+#include "Support/Uuid.h"
+
+namespace vellory {
+
+/// The folder with the program's own copies of the pictures that users chose for apps and folders,
+/// so that these survive when the original goes.
+///
+/// A picture that is chosen anew takes the place of one with the same name. Nothing is deleted: an
+/// earlier board that is restored still finds its pictures.
+class IconLibrary {
+  public:
+    /// What a picture may take at most, in bytes.
+    static constexpr std::size_t limit = 64U * 1024U * 1024U;
+
+    explicit IconLibrary(std::filesystem::path folder);
+
+    /// Copies a picture and returns where the copy lies, always directly in the folder whatever the
+    /// identifier holds. Fails with the file system's error, for what is not a regular file, and
+    /// past `limit`.
+    std::expected<std::filesystem::path, std::error_code>
+    addIcon(const BundleID& app, const std::filesystem::path& picture) const;
+
+    /// The same for a folder's cover, which is named "folder-" and the folder's UUID.
+    std::expected<std::filesystem::path, std::error_code>
+    addCover(const Uuid& folder, const std::filesystem::path& picture) const;
+
+  private:
+    std::expected<std::filesystem::path, std::error_code>
+    add(const std::string& stem, const std::filesystem::path& picture) const;
+
+    std::filesystem::path folder_;
+};
+
+} // namespace vellory

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "model/KeyCommand.h"
+
+#include <algorithm>
+
+#include <QList>
+
+namespace vellory {
+
+namespace {
+
+using GridNavigation::Move;
+using Kind = KeyCommand::Kind;
+
+/// Keys pressed together with these are commands, not text.
+constexpr Qt::KeyboardModifiers commandModifiers =
+    Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+
+/// Whether the key types something to search for. Joiners, which hold emoji together, count.
+bool isText(const QString& text) {
+    const auto characters = text.toUcs4();
+    return !characters.isEmpty() && std::ranges::all_of(characters, [](char32_t character) {
+        const QChar::Category category = QChar::category(character);
+        return category != QChar::Other_Control && category != QChar::Other_Surrogate &&
+               category != QChar::Separator_Line && category != QChar::Separator_Paragraph;
+    });
+}
+
+KeyCommand withControl(Qt::Key key, int towardsRight) {
+    switch (key) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return {.kind = Kind::activateNew};
+    case Qt::Key_Space:
+        return {.kind = Kind::select};
+    case Qt::Key_G:
+        return {.kind = Kind::hints};
+    case Qt::Key_Left:
+        return {.kind = Kind::turnPage, .pages = -towardsRight};
+    case Qt::Key_Right:
+        return {.kind = Kind::turnPage, .pages = towardsRight};
+    default:
+        return {};
+    }
+}
+
+} // namespace
+
+KeyCommand KeyCommand::of(const KeyPress& press, bool rightToLeft) {
+    if (press.key == Qt::Key_Escape) {
+        return {.kind = Kind::back};
+    }
+    const Qt::KeyboardModifiers held = press.modifiers & commandModifiers;
+    if (held == Qt::ControlModifier) {
+        return withControl(press.key, rightToLeft ? -1 : 1);
+    }
+    if (held != Qt::NoModifier) {
+        return {};
+    }
+    switch (press.key) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return {.kind = Kind::activate};
+    case Qt::Key_Backspace:
+        return {.kind = Kind::erase};
+    case Qt::Key_Left:
+        return {.kind = Kind::move, .move = rightToLeft ? Move::on : Move::back};
+    case Qt::Key_Right:
+        return {.kind = Kind::move, .move = rightToLeft ? Move::back : Move::on};
+    case Qt::Key_Up:
+        return {.kind = Kind::move, .move = Move::up};
+    case Qt::Key_Down:
+        return {.kind = Kind::move, .move = Move::down};
+    case Qt::Key_Home:
+        return {.kind = Kind::move, .move = Move::first};
+    case Qt::Key_End:
+        return {.kind = Kind::move, .move = Move::last};
+    case Qt::Key_PageUp:
+        return {.kind = Kind::move, .move = Move::pageBack};
+    case Qt::Key_PageDown:
+        return {.kind = Kind::move, .move = Move::pageOn};
+    default:
+        return isText(press.text) ? KeyCommand{.kind = Kind::type} : KeyCommand{};
+    }
+}
+
+} // namespace vellory

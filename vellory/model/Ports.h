@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <set>
+#include <string>
+
+#include "Board/InstalledApp.h"
+#include "Board/VelloryPaths.h"
+#include "Support/Calendar.h"
+#include "Support/Date.h"
+#include "Support/Uuid.h"
+
+namespace vellory {
+
+class AppCatalogue;
+class Clock;
+class Desktop;
+class FolderWatcher;
+class ImageChooser;
+class RunningApps;
+class Scheduler;
+class UserDefaults;
+
+/// The platform as the application model sees it. All outlive the model.
+struct Ports {
+    AppCatalogue& catalogue;
+    RunningApps& runningApps;
+    Desktop& desktop;
+    FolderWatcher& folderWatcher;
+    ImageChooser& imageChooser;
+    Clock& clock;
+    Scheduler& scheduler;
+    UserDefaults& defaults;
+};
+
+/// What the program is told about the machine and the user instead of asking for it itself.
+struct Environment {
+    VelloryPaths paths;
+    std::string locale = "en_US"; ///< decides the order of names
+    UuidSource newID = Uuid::random;
+    /// What the platform calls this program; "com.quorvel.vellory" is known to be it as well.
+    BundleID ownID = "com.quorvel.vellory";
+    /// The desktop's own file manager and shell: never hidden or quit on the user's behalf.
+    std::set<BundleID> desktopApps = {};
+    Calendar calendar = Calendar("UTC"); ///< in which dates are shown
+    /// When the platform saw the app used last, also before this program was there; may be empty.
+    std::function<std::optional<Date>(const InstalledApp&)> lastUsed = {};
+};
+
+} // namespace vellory

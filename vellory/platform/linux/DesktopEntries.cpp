@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/linux/DesktopEntries.h"
+
+#include <algorithm>
+#include <set>
+
+#include <gio/gdesktopappinfo.h>
+
+#include "Support/Text.h"
+#include "platform/linux/DesktopEntryFile.h"
+#include "platform/linux/GLibPointers.h"
+
+namespace vellory {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// Folders within a root; also what ends a symbolic link to a folder above itself.
+constexpr int maxDepth = 6;
+constexpr std::size_t maxEntries = 20'000;
+constexpr std::string_view suffix = ".desktop";
+
+struct Found {
+    BundleID id;
+    fs::path file;
+};
+
+bool contains(const auto& range, const auto& value) {
+    return std::ranges::find(range, value) != std::ranges::end(range);
+}
+
+bool isPlainName(std::string_view name) {
+    return Text::isValidUtf8(name) && std::ranges::none_of(name, [](char c) {
+               return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
+           });
+}
+
+/// Lists the entries below `folder`, whose ids begin with `prefix`: files before folders, each in
+/// the order of their names, so that of two files with one id always the same one is met first.
+void collect(const fs::path& folder, const std::string& prefix, int depth,
+             std::vector<Found>& out) {
+    std::error_code error;
+    std::vector<std::string> files;
+    std::vector<std::string> folders;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::string name = entry->path().filename().string();
+        if (!isPlainName(name)) {
+            continue;
+        }
+        std::error_code ignored;
+        if (name.ends_with(suffix) && name.size() > suffix.size()) {
+            files.push_back(std::move(name));
+        } else if (!name.starts_with('.') && entry->is_directory(ignored)) {
+            folders.push_back(std::move(name));
+        }
+        if (files.size() + folders.size() + out.size() > maxEntries) {
+            break;
+        }
+    }
+    std::ranges::sort(files);
+    std::ranges::sort(folders);
+    for (const std::string& name : files) {
+        out.push_back({prefix + name.substr(0, name.size() - suffix.size()), folder / name});
+    }
+    for (const std::string& name : folders) {
+        if (depth < maxDepth) {
+            collect(folder / name, prefix + name + '-', depth + 1, out);
+        }
+    }
+}
+
+/// Whether the entry wants to be in the menus of the desktop with these names: the first name that
+/// either of its two lists mentions decides.
+bool isShownIn(GKeyFile* entry, const std::vector<std::string>& desktopNames) {
+    if (DesktopEntryFile::flag(entry, G_KEY_FILE_DESKTOP_KEY_NO_DISPLAY)) {
+        return false;
+    }
+    const auto only = DesktopEntryFile::list(entry, G_KEY_FILE_DESKTOP_KEY_ONLY_SHOW_IN);
+    const auto never = DesktopEntryFile::list(entry, G_KEY_FILE_DESKTOP_KEY_NOT_SHOW_IN);
+    for (const std::string& name : desktopNames) {
+        if (contains(only, name)) {
+            return true;
+        }
+        if (contains(never, name)) {
+            return false;
+        }
+    }
+    return only.empty();
+}
+
+/// The entry in `found`, when it is one that can be started; what GIO refuses (another type, a
+/// program or TryExec that is not there) cannot.
+std::optional<DesktopEntry> read(const Found& found, GKeyFile* file,
+                                 const std::vector<std::string>& desktopNames) {
+    const glib::Object<GDesktopAppInfo> info(g_desktop_app_info_new_from_keyfile(file));
+    if (info == nullptr) {
+        return std::nullopt;
+    }
+    DesktopEntry entry;
+    entry.id = found.id;
+    entry.file = found.file;
+    entry.program = glib::text(g_app_info_get_executable(G_APP_INFO(info.get())));
+    if (entry.program.empty() &&
+        !DesktopEntryFile::flag(file, G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE)) {
+        return std::nullopt;
+    }
+    entry.name =
+        DesktopEntryFile::localized(file, DesktopEntryFile::mainGroup, G_KEY_FILE_DESKTOP_KEY_NAME);
+    if (entry.name.empty()) {
+        entry.name = found.id;
+    }
+    entry.windowClass = glib::text(g_desktop_app_info_get_startup_wm_class(info.get()));
+    entry.isShown = isShownIn(file, desktopNames);
+    return entry;
+}
+
+} // namespace
+
+DesktopEntries::DesktopEntries(Options options)
+    : options_(std::move(options)), desktopNames_(options_.environment.desktopNames()) {}
+
+std::vector<fs::path> DesktopEntries::roots(const std::vector<fs::path>& extraFolders) const {
+    if (options_.onlyFolder) {
+        return {*options_.onlyFolder};
+    }
+    const SessionEnvironment& environment = options_.environment;
+    std::vector<fs::path> roots;
+    const auto add = [&](const fs::path& folder) {
+        const fs::path plain = folder.lexically_normal();
+        if (!contains(roots, plain)) {
+            roots.push_back(plain);
+        }
+    };
+    add(environment.dataHome() / "applications");
+    for (const fs::path& folder : environment.dataDirs()) {
+        add(folder / "applications");
+    }
+    add(environment.dataHome() / "flatpak/exports/share/applications");
+    add("/var/lib/flatpak/exports/share/applications");
+    add("/var/lib/snapd/desktop/applications");
+    for (const fs::path& folder : extraFolders) {
+        add(folder);
+    }
+    return roots;
+}
+
+void DesktopEntries::read(const std::vector<fs::path>& roots) {
+    entries_.clear();
+    ++revision_;
+    std::set<BundleID> settled;
+    for (const fs::path& root : roots) {
+        std::vector<Found> found;
+        collect(root, "", 0, found);
+        for (const Found& candidate : found) {
+            if (settled.contains(candidate.id)) {
+                continue;
+            }
+            const glib::KeyFile file = DesktopEntryFile::load(candidate.file);
+            if (file == nullptr) {
+                continue; // Damaged: a later root may hold a sound one.
+            }
+            settled.insert(candidate.id);
+            if (DesktopEntryFile::flag(file.get(), G_KEY_FILE_DESKTOP_KEY_HIDDEN)) {
+                continue;
+            }
+            if (auto entry = vellory::read(candidate, file.get(), desktopNames_)) {
+                entries_.emplace(candidate.id, std::move(*entry));
+            }
+        }
+    }
+}
+
+const std::map<BundleID, DesktopEntry>& DesktopEntries::all() {
+    if (revision_ == 0) {
+        read(roots());
+    }
+    return entries_;
+}
+
+const DesktopEntry* DesktopEntries::find(const BundleID& id) {
+    const auto found = all().find(id);
+    return found == entries_.end() ? nullptr : &found->second;
+}
+
+} // namespace vellory

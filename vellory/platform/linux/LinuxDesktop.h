@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <memory>
+
+#include "platform/Desktop.h"
+#include "platform/linux/SessionEnvironment.h"
+
+namespace vellory {
+
+class LauncherBadges;
+
+/// The desktop around the apps on Linux: wallpaper from the desktop's settings or the X server,
+/// badges as apps announce them on the session bus.
+class LinuxDesktop final : public Desktop {
+  public:
+    explicit LinuxDesktop(SessionEnvironment environment);
+    ~LinuxDesktop() override;
+
+    /// Only remembered: the shell, which owns the windows, keeps them off the task bar.
+    void setActivationPolicy(ActivationPolicy policy) override { policy_ = policy; }
+    ActivationPolicy activationPolicy() const { return policy_; }
+
+    std::optional<Image> backdrop(const Area& display) const override;
+    std::map<BundleID, std::string> badges() const override;
+
+  private:
+    SessionEnvironment environment_;
+    ActivationPolicy policy_ = ActivationPolicy::regular;
+    std::unique_ptr<LauncherBadges> badges_;
+};
+
+} // namespace vellory

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+
+#include "Board/InstalledApp.h"
+#include "platform/EventLoop.h"
+#include "platform/Scheduler.h"
+#include "platform/linux/LinuxAppCatalogue.h"
+#include "platform/linux/LinuxAppIcons.h"
+#include "platform/linux/LinuxDesktop.h"
+#include "platform/linux/LinuxRunningApps.h"
+
+namespace vellory {
+
+/// All ports as Linux implements them, made together because they share the desktop entries and the
+/// session's environment.
+class LinuxPlatform {
+  public:
+    /// Where the program keeps what.
+    struct Folders {
+        std::filesystem::path data;     ///< the user's folder for application data
+        std::filesystem::path settings; ///< the settings file
+        std::filesystem::path cache;    ///< what can be made again
+    };
+
+    /// What can be told before anything is set up.
+    class Start {
+      public:
+        explicit Start(std::optional<std::filesystem::path> onlyEntries);
+
+        /// The session's folder for sockets; one below the cache where the session has none.
+        std::filesystem::path runtimeFolder() const;
+        /// Whether a display answers.
+        bool hasDisplay() const;
+        /// Whether there is graphics hardware to draw with.
+        bool hasGraphics() const;
+        std::string sortLocale() const { return environment_.sortLocale(); }
+        /// With `support` everything is kept in that folder.
+        Folders folders(const std::optional<std::filesystem::path>& support) const;
+
+        const SessionEnvironment& environment() const { return environment_; }
+        const std::optional<std::filesystem::path>& onlyEntries() const { return onlyEntries_; }
+
+      private:
+        SessionEnvironment environment_;
+        std::optional<std::filesystem::path> onlyEntries_;
+    };
+
+    /// To be called first in `main`, before anything changes the environment. `onlyEntries` is the
+    /// one folder of desktop entries to use instead of the user's and the system's.
+    static Start begin(std::optional<std::filesystem::path> onlyEntries);
+
+    /// `loop` and `scheduler` must outlive this object.
+    LinuxPlatform(const Start& start, const Folders& folders, EventLoop& loop,
+                  Scheduler& scheduler);
+
+    LinuxAppCatalogue& catalogue() { return catalogue_; }
+    const LinuxAppIcons& icons() const { return icons_; }
+    LinuxRunningApps& runningApps() { return runningApps_; }
+    LinuxDesktop& desktop() { return desktop_; }
+
+    /// The desktop's own shell and file manager.
+    static std::set<BundleID> desktopApps();
+    /// Whether the user's desktop is set to a dark appearance; dark when it does not say.
+    bool prefersDark() const;
+
+  private:
+    SessionEnvironment environment_;
+    std::shared_ptr<DesktopEntries> entries_;
+    LinuxAppCatalogue catalogue_;
+    LinuxAppIcons icons_;
+    LinuxRunningApps runningApps_;
+    LinuxDesktop desktop_;
+};
+
+} // namespace vellory

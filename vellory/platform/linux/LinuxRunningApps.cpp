@@ -1,0 +1,410 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "platform/linux/LinuxRunningApps.h"
+
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <map>
+#include <set>
+
+#include <xcb/xcb_icccm.h>
+
+#include "platform/linux/AppWindows.h"
+#include "platform/linux/DesktopEntryFile.h"
+#include "platform/linux/Launcher.h"
+#include "platform/linux/StartupNotification.h"
+
+namespace vellory {
+
+namespace {
+
+/// After which time a start without a window is taken to be over, in seconds.
+constexpr double startSeconds = 15;
+/// How long a new window manager may take to list the windows that it found, in seconds.
+constexpr double settleSeconds = 3;
+
+/// The action by which an app opens another window of itself, whatever it calls it.
+std::string newWindowAction(const std::filesystem::path& file) {
+    const glib::KeyFile entry = DesktopEntryFile::load(file);
+    if (entry == nullptr) {
+        return "";
+    }
+    for (const std::string& action :
+         DesktopEntryFile::list(entry.get(), G_KEY_FILE_DESKTOP_KEY_ACTIONS)) {
+        std::string plain;
+        for (const char c : action) {
+            if (g_ascii_isalnum(c)) {
+                plain += g_ascii_tolower(c);
+            }
+        }
+        if (plain == "newwindow" &&
+            g_key_file_has_group(entry.get(), DesktopEntryFile::actionGroup(action).c_str())) {
+            return action;
+        }
+    }
+    return "";
+}
+
+} // namespace
+
+/// Lives on while a start is under way in the background, which holds it weakly.
+class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
+  public:
+    Session(Options options, std::shared_ptr<DesktopEntries> entries, EventLoop& loop,
+            Scheduler& scheduler)
+        : entries_(std::move(entries)), loop_(loop), scheduler_(scheduler),
+          launcher_(std::make_shared<const Launcher>(options.environment)),
+          connection_(X11Connection::open(options.environment.value("DISPLAY"))) {}
+
+    /// Not in the constructor: callbacks hold this object weakly.
+    void connect() {
+        if (connection_ == nullptr) {
+            return;
+        }
+        windows_.emplace(*connection_, entries_, [this](const std::string& startupId) {
+            const auto start = std::ranges::find_if(
+                starts_, [&](const auto& pair) { return pair.second.startupId == startupId; });
+            return startupId.empty() || start == starts_.end() ? BundleID() : start->first;
+        });
+        watch_ = loop_.watchReadable(connection_->fileDescriptor(), [this] { processEvents(); });
+        windowManager_ = connection_->windowManager();
+        const auto windows = read();
+        running_ = appsOf(windows);
+        seen_ = identifiersOf(windows);
+        lookAfterEvents();
+    }
+
+    std::vector<AppWindow> windows() {
+        auto windows = read();
+        lookAfterEvents();
+        return windows;
+    }
+
+    std::vector<AppWindow> windowsOf(const BundleID& id) {
+        auto all = windows();
+        std::erase_if(all, [&](const AppWindow& window) { return window.app != id; });
+        return all;
+    }
+
+    void open(const InstalledApp& app, Open mode, Completion completion) {
+        if (mode == Open::bringForward && (activate(app.bundleID) || isStarting(app.bundleID))) {
+            report(std::move(completion), std::nullopt);
+            return;
+        }
+        const bool isAnother = mode == Open::newInstance && !windowsOf(app.bundleID).empty();
+        start(app, isAnother ? newWindowAction(app.url) : "", std::move(completion));
+    }
+
+    void start(const InstalledApp& app, const std::string& action, Completion completion) {
+        const xcb_timestamp_t time = isConnected() ? connection_->serverTime() : 0;
+        Start start;
+        start.startupId = StartupNotification::freshId(time);
+        const glib::KeyFile entry = DesktopEntryFile::load(app.url);
+        // Only an app that says so in its entry will end the announcement itself when its window
+        // comes; the others would keep the pointer busy until they time out.
+        start.isAnnounced =
+            isConnected() && entry != nullptr &&
+            DesktopEntryFile::flag(entry.get(), G_KEY_FILE_DESKTOP_KEY_STARTUP_NOTIFY);
+        if (start.isAnnounced) {
+            StartupNotification::begin(*connection_,
+                                       {start.startupId, app.name, app.url.string(), time});
+        }
+        const Launcher::Request request{app.bundleID, app.url, action, start.startupId};
+        endStart(app.bundleID);
+        start.timeout = scheduler_.after(startSeconds, [this, id = app.bundleID] { endStart(id); });
+        starts_[app.bundleID] = std::move(start);
+        scheduler_.inBackground([launcher = launcher_, request, self = weak_from_this(),
+                                 completion = std::move(completion)]() -> Scheduler::Task {
+            const Launcher::Outcome outcome = launcher->launch(request);
+            return [request, outcome, self, completion] {
+                if (const auto session = self.lock()) {
+                    session->started(request, outcome);
+                    if (completion) {
+                        completion(outcome.failure);
+                    }
+                }
+            };
+        });
+        lookAfterEvents();
+    }
+
+    bool activate(const BundleID& id) {
+        auto windows = windowsOf(id);
+        if (windows.empty()) {
+            return false;
+        }
+        windows = windows_->stacked(std::move(windows));
+        // Iconified windows keep their old place in the stack or lose it: an open one is more
+        // recent.
+        const auto open = std::ranges::find_if(windows.rbegin(), windows.rend(),
+                                               [](const AppWindow& w) { return !w.isHidden; });
+        const AppWindow& front = open == windows.rend() ? windows.back() : *open;
+        xcb_ewmh_request_change_active_window(connection_->ewmh(), connection_->screenNumber(),
+                                              front.window, XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER,
+                                              connection_->serverTime(), XCB_WINDOW_NONE);
+        connection_->flush();
+        lookAfterEvents();
+        return true;
+    }
+
+    bool hide(const BundleID& id) {
+        return forWindowsOf(id, [&](const AppWindow& window) {
+            connection_->sendToWindowManager(window.window, connection_->atom("WM_CHANGE_STATE"),
+                                             {XCB_ICCCM_WM_STATE_ICONIC});
+        });
+    }
+
+    bool unhide(const BundleID& id) {
+        return forWindowsOf(id, [&](const AppWindow& window) {
+            // Mapping is how an iconified window comes back without taking the focus.
+            if (window.isHidden) {
+                xcb_map_window(connection_->get(), window.window);
+            }
+        });
+    }
+
+    bool quit(const BundleID& id) {
+        const xcb_timestamp_t time = isConnected() ? connection_->serverTime() : 0;
+        return forWindowsOf(id, [&](const AppWindow& window) {
+            xcb_ewmh_request_close_window(connection_->ewmh(), connection_->screenNumber(),
+                                          window.window, time, XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER);
+        });
+    }
+
+    void observe(Observer observer) { observer_ = std::move(observer); }
+
+  private:
+    struct Start {
+        std::string startupId;
+        bool isAnnounced = false;
+        std::optional<std::int64_t> pid;
+        bool isUnderWay = true; ///< the background work has not reported yet
+        Scheduler::Handle timeout;
+    };
+
+    bool isConnected() const { return connection_ != nullptr && connection_->isAlive(); }
+
+    std::vector<AppWindow> read() {
+        auto windows = windows_ ? windows_->read() : std::nullopt;
+        return std::move(windows).value_or(std::vector<AppWindow>());
+    }
+
+    static std::set<BundleID> appsOf(const std::vector<AppWindow>& windows) {
+        std::set<BundleID> apps;
+        for (const AppWindow& window : windows) {
+            apps.insert(window.app);
+        }
+        return apps;
+    }
+
+    static std::set<xcb_window_t> identifiersOf(const std::vector<AppWindow>& windows) {
+        std::set<xcb_window_t> identifiers;
+        for (const AppWindow& window : windows) {
+            identifiers.insert(window.window);
+        }
+        return identifiers;
+    }
+
+    bool forWindowsOf(const BundleID& id, const std::function<void(const AppWindow&)>& action) {
+        const auto windows = windowsOf(id);
+        std::ranges::for_each(windows, action);
+        if (!windows.empty()) {
+            connection_->flush();
+        }
+        return !windows.empty();
+    }
+
+    /// Whether a start of the app is under way whose window is still to come.
+    bool isStarting(const BundleID& id) const {
+        const auto start = starts_.find(id);
+        return start != starts_.end() &&
+               (start->second.isUnderWay ||
+                (start->second.pid && kill(static_cast<pid_t>(*start->second.pid), 0) == 0));
+    }
+
+    void started(const Launcher::Request& request, const Launcher::Outcome& outcome) {
+        if (outcome.pid) {
+            scheduler_.inBackground(
+                [launcher = launcher_, id = request.id, pid = *outcome.pid]() -> Scheduler::Task {
+                    launcher->moveToScope(id, pid);
+                    return [] {};
+                });
+        }
+        const auto start = starts_.find(request.id);
+        if (start == starts_.end() || start->second.startupId != request.startupId) {
+            return;
+        }
+        if (outcome.failure || !outcome.pid) {
+            endStart(request.id);
+            return;
+        }
+        start->second.isUnderWay = false;
+        start->second.pid = outcome.pid;
+    }
+
+    void endStart(const BundleID& id) {
+        const auto start = starts_.find(id);
+        if (start == starts_.end()) {
+            return;
+        }
+        if (start->second.isAnnounced && isConnected()) {
+            StartupNotification::end(*connection_, start->second.startupId);
+        }
+        spentTimeout_ = std::move(start->second.timeout);
+        starts_.erase(start);
+    }
+
+    void report(Completion completion, std::optional<std::string> failure) {
+        if (completion) {
+            scheduler_.inBackground([completion = std::move(completion), failure] {
+                return [completion, failure] { completion(failure); };
+            });
+        }
+    }
+
+    void processEvents() {
+        isPending_ = false;
+        if (!isConnected()) {
+            watch_.reset(); // Else the closed descriptor would be reported without end.
+            return;
+        }
+        bool isChanged = false;
+        for (const x11::Event& event : connection_->takeEvents()) {
+            isChanged = windows_->noteEvent(*event) || isChanged;
+        }
+        if (isChanged) {
+            compare();
+        }
+        lookAfterEvents();
+    }
+
+    /// Events that came with a reply are not seen by whoever watches the descriptor.
+    void lookAfterEvents() {
+        if (isConnected() && !isPending_ && connection_->hasUnseenEvents()) {
+            isPending_ = true;
+            spentPending_ = std::move(pending_);
+            pending_ = scheduler_.after(0, [this] { processEvents(); });
+        }
+    }
+
+    /// Tells the observer which apps have got their first window or lost their last one.
+    void compare() {
+        const auto manager = connection_->windowManager();
+        if (manager != windowManager_) {
+            // A window manager that starts takes over the windows one by one: nobody has quit.
+            windowManager_ = manager;
+            isSettling_ = true;
+            spentSettling_ = std::move(settling_);
+            settling_ = scheduler_.after(settleSeconds, [this] {
+                isSettling_ = false;
+                compare();
+            });
+        }
+        if (!manager) {
+            return;
+        }
+        const auto windows = read();
+        const std::set<BundleID> now = appsOf(windows);
+        std::vector<BundleID> launched;
+        std::ranges::set_difference(now, running_, std::back_inserter(launched));
+        std::vector<BundleID> quit;
+        if (!isSettling_) {
+            std::ranges::set_difference(running_, now, std::back_inserter(quit));
+        }
+        running_.insert(launched.begin(), launched.end());
+        for (const BundleID& id : quit) {
+            running_.erase(id);
+        }
+        for (const AppWindow& window : windows) {
+            if (!seen_.contains(window.window)) {
+                endStart(window.app);
+            }
+        }
+        seen_ = identifiersOf(windows);
+        // Callbacks may ask this object again or replace the observer.
+        const Observer observer = observer_;
+        for (const BundleID& id : launched) {
+            if (observer.launched) {
+                observer.launched(id);
+            }
+        }
+        for (const BundleID& id : quit) {
+            if (observer.quit) {
+                observer.quit(id);
+            }
+        }
+    }
+
+    std::shared_ptr<DesktopEntries> entries_;
+    EventLoop& loop_;
+    Scheduler& scheduler_;
+    std::shared_ptr<const Launcher> launcher_;
+    std::unique_ptr<X11Connection> connection_;
+    std::optional<AppWindows> windows_;
+    std::optional<xcb_window_t> windowManager_;
+    std::set<BundleID> running_;  ///< as the observer was told
+    std::set<xcb_window_t> seen_; ///< the windows of the last comparison
+    std::map<BundleID, Start> starts_;
+    Observer observer_;
+    bool isPending_ = false;
+    bool isSettling_ = false;
+    Scheduler::Handle pending_;
+    Scheduler::Handle settling_;
+    // Timers that have done their work; one of them may be running right now.
+    Scheduler::Handle spentPending_;
+    Scheduler::Handle spentSettling_;
+    Scheduler::Handle spentTimeout_;
+    EventLoop::Handle watch_;
+};
+
+LinuxRunningApps::LinuxRunningApps(Options options, std::shared_ptr<DesktopEntries> entries,
+                                   EventLoop& loop, Scheduler& scheduler)
+    : session_(std::make_shared<Session>(std::move(options), std::move(entries), loop, scheduler)) {
+    session_->connect();
+}
+
+LinuxRunningApps::~LinuxRunningApps() = default;
+
+std::vector<RunningApp> LinuxRunningApps::list() const {
+    std::vector<RunningApp> apps;
+    for (const AppWindow& window : session_->windows()) {
+        const auto known = std::ranges::find(apps, window.app, &RunningApp::bundleID);
+        if (known == apps.end()) {
+            apps.push_back({window.app, window.pid, true, window.isHidden});
+        } else {
+            known->isHidden = known->isHidden && window.isHidden;
+        }
+    }
+    return apps;
+}
+
+void LinuxRunningApps::open(const InstalledApp& app, Open mode, Completion completion) {
+    session_->open(app, mode, std::move(completion));
+}
+
+void LinuxRunningApps::perform(const InstalledApp& app, const std::string& action,
+                               Completion completion) {
+    session_->start(app, action, std::move(completion));
+}
+
+bool LinuxRunningApps::activate(const BundleID& id) {
+    return session_->activate(id);
+}
+
+bool LinuxRunningApps::hide(const BundleID& id) {
+    return session_->hide(id);
+}
+
+bool LinuxRunningApps::unhide(const BundleID& id) {
+    return session_->unhide(id);
+}
+
+bool LinuxRunningApps::quit(const BundleID& id) {
+    return session_->quit(id);
+}
+
+void LinuxRunningApps::observe(Observer observer) {
+    session_->observe(std::move(observer));
+}
+
+} // namespace vellory

@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "shell/LauncherController.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QPointer>
+#include <QQmlEngine>
+#include <QScreen>
+
+#include "shell/SymbolProvider.h"
+
+// Made by the build from the types of the Vellory module. Taking its address keeps the registration
+// in a program that is linked statically.
+void qml_register_types_Vellory();
+
+namespace vellory {
+
+LauncherController::LauncherController(Parts parts, QObject* parent)
+    : QObject(parent), parts_(parts), viewModel_(parts.model, parts.state, iconSources_) {
+    connect(&parts_.state, &LauncherState::hideRequested, this, &LauncherController::hide);
+    parts_.state.setRightToLeft(QGuiApplication::isRightToLeft());
+}
+
+LauncherController::~LauncherController() = default;
+
+void LauncherController::createWindow() {
+    if (view_ != nullptr) {
+        return;
+    }
+    [[maybe_unused]] static void (*const volatile registration)() = &qml_register_types_Vellory;
+    view_ = std::make_unique<QQuickView>();
+    view_->engine()->addImportPath(":/qt/qml");
+    view_->setFlags(Qt::Window | Qt::FramelessWindowHint);
+    view_->setTitle("Vellory");
+    view_->setResizeMode(QQuickView::SizeRootObjectToView);
+    view_->setPersistentGraphics(true);
+    view_->setPersistentSceneGraph(true);
+    view_->engine()->addImageProvider("icons", new IconProvider(parts_.icons, iconSources_));
+    view_->engine()->addImageProvider("symbols", new SymbolProvider);
+    view_->engine()->addImageProvider("backdrop", new BackdropProvider(backdrop_));
+    view_->setInitialProperties({{"launcher", QVariant::fromValue(&viewModel_)}});
+    view_->setSource(QUrl("qrc:/qt/qml/Vellory/qml/LauncherView.qml"));
+    view_->installEventFilter(this);
+    connect(view_.get(), &QQuickWindow::frameSwapped, this, [this] {
+        if (awaitingFrame_) {
+            awaitingFrame_ = false;
+            Q_EMIT shown();
+        }
+    });
+    // Losing the focus to another window ends the summons, as a click beside a menu does.
+    connect(view_.get(), &QWindow::activeChanged, this, [this] {
+        if (view_->isActive()) {
+            wasActive_ = true;
+        } else if (wasActive_ && isShown()) {
+            hide();
+        }
+    });
+}
+
+void LauncherController::show() {
+    QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
+    if (screen == nullptr) {
+        screen = QGuiApplication::primaryScreen();
+    }
+    const QRect area = screen->geometry();
+    if (backdropSize_ != area.size() * screen->devicePixelRatio()) {
+        applyBackdrop(
+            Backdrop::gradient(area.size() * screen->devicePixelRatio(), viewModel_.dark()));
+        loadBackdrop(screen);
+    }
+    createWindow();
+    if (isShown()) {
+        view_->raise();
+        view_->requestActivate();
+        return;
+    }
+    parts_.state.reset();
+    if (!area.isEmpty()) {
+        const QPointF pointer = QCursor::pos() - area.topLeft();
+        parts_.state.setRippleOrigin({pointer.x() / area.width(), pointer.y() / area.height()});
+    }
+    wasActive_ = false;
+    awaitingFrame_ = true;
+    view_->setScreen(screen);
+    view_->setGeometry(area);
+    parts_.state.setPresented(true);
+    view_->showFullScreen();
+    view_->raise();
+    view_->requestActivate();
+    parts_.model.refreshBadges();
+}
+
+void LauncherController::hide() {
+    if (!isShown()) {
+        return;
+    }
+    parts_.state.setPresented(false);
+    awaitingFrame_ = false;
+    if (view_ != nullptr) {
+        view_->hide();
+    }
+    Q_EMIT hidden();
+}
+
+void LauncherController::prepare(QSize size) {
+    const double scale = QGuiApplication::primaryScreen()->devicePixelRatio();
+    applyBackdrop(Backdrop::gradient(size * scale, viewModel_.dark()));
+    createWindow();
+    parts_.state.reset();
+    parts_.state.setPresented(true);
+    view_->resize(size);
+    view_->show();
+}
+
+void LauncherController::loadBackdrop(QScreen* screen) {
+    const QRect logical = screen->geometry();
+    const double scale = screen->devicePixelRatio();
+    const Desktop::Area area{
+        static_cast<int>(logical.x() * scale), static_cast<int>(logical.y() * scale),
+        static_cast<int>(logical.width() * scale), static_cast<int>(logical.height() * scale)};
+    const bool dark = viewModel_.dark();
+    const Desktop& desktop = parts_.desktop;
+    QPointer<LauncherController> self = this;
+    parts_.scheduler.inBackground([self, &desktop, area, dark]() -> Scheduler::Task {
+        const auto wallpaper = desktop.backdrop(area);
+        if (!wallpaper || Backdrop::isBlank(*wallpaper)) {
+            return {};
+        }
+        QImage image = Backdrop::softened(*wallpaper, {area.width, area.height}, dark);
+        return [self, image] {
+            if (self != nullptr) {
+                self->applyBackdrop(image);
+            }
+        };
+    });
+}
+
+void LauncherController::applyBackdrop(QImage image) {
+    backdropSize_ = image.size();
+    backdrop_->set(std::move(image));
+    viewModel_.setBackdrop("image://backdrop/" + QString::number(++backdropGeneration_));
+}
+
+bool LauncherController::eventFilter(QObject* watched, QEvent* event) {
+    // The window manager's own close (Alt+F4) hides: the program goes on waiting for a summons.
+    if (event->type() == QEvent::Close) {
+        hide();
+        event->ignore();
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace vellory

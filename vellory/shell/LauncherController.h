@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <memory>
+
+#include <QObject>
+#include <QQuickView>
+
+#include "model/AppModel.h"
+#include "model/LauncherState.h"
+#include "platform/Desktop.h"
+#include "platform/Scheduler.h"
+#include "shell/Backdrop.h"
+#include "shell/IconProvider.h"
+#include "shell/LauncherViewModel.h"
+
+class QScreen;
+
+namespace vellory {
+
+/// The launcher's window: makes it once, shows it on the display with the pointer and hides it
+/// again. The window and its scene are kept while hidden, so that a later summons only has to show
+/// them.
+class LauncherController : public QObject {
+    Q_OBJECT
+
+  public:
+    struct Parts {
+        AppModel& model;
+        LauncherState& state;
+        const AppIcons& icons;
+        Desktop& desktop;
+        Scheduler& scheduler;
+    };
+
+    explicit LauncherController(Parts parts, QObject* parent = nullptr);
+    ~LauncherController() override;
+
+    /// Shows the grid over everything on the display with the pointer.
+    void show();
+    void hide();
+    void toggle() { isShown() ? hide() : show(); }
+    bool isShown() const { return parts_.state.presented(); }
+
+    /// Sets up the scene at a size of its own for pictures; `image` then renders it.
+    void prepare(QSize size);
+
+    QQuickView& window() { return *view_; }
+    LauncherViewModel& viewModel() { return viewModel_; }
+
+  Q_SIGNALS:
+    /// The first frame after `show` is on the screen.
+    void shown();
+    void hidden();
+
+  private:
+    void createWindow();
+    void loadBackdrop(QScreen* screen);
+    void applyBackdrop(QImage image);
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+    Parts parts_;
+    std::shared_ptr<IconSources> iconSources_ = std::make_shared<IconSources>();
+    std::shared_ptr<BackdropStore> backdrop_ = std::make_shared<BackdropStore>();
+    LauncherViewModel viewModel_;
+    std::unique_ptr<QQuickView> view_;
+    QSize backdropSize_;
+    int backdropGeneration_ = 0;
+    bool awaitingFrame_ = false;
+    bool wasActive_ = false;
+};
+
+} // namespace vellory

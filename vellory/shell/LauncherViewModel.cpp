@@ -1,0 +1,255 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "shell/LauncherViewModel.h"
+
+#include <algorithm>
+
+#include "Input/GridMotion.h"
+
+namespace vellory {
+
+namespace {
+constexpr std::size_t iconsOnFolder = 9;
+constexpr double eighthsPerNotch = 120.0; // what Qt calls the angle of one notch
+} // namespace
+
+LauncherViewModel::LauncherViewModel(AppModel& model, LauncherState& state,
+                                     std::shared_ptr<IconSources> iconSources, QObject* parent)
+    : QObject(parent), model_(model), state_(state), iconSources_(std::move(iconSources)) {
+    connect(&model_, &AppModel::visibleTilesChanged, this, &LauncherViewModel::scheduleUpdate);
+    connect(&model_, &AppModel::runningChanged, this, &LauncherViewModel::scheduleUpdate);
+    connect(&model_, &AppModel::badgesChanged, this, &LauncherViewModel::scheduleUpdate);
+    connect(&model_, &AppModel::noticePosted, &notices_, &NoticeList::post);
+    connect(&model_, &AppModel::welcomeRequested, this, [this] {
+        welcoming_ = true;
+        Q_EMIT welcomingChanged();
+    });
+    connect(&model_.prefs(), &Prefs::changed, this, &LauncherViewModel::prefsChanged);
+
+    connect(&state_, &LauncherState::queryChanged, this, &LauncherViewModel::queryChanged);
+    connect(&state_, &LauncherState::currentItemsChanged, this, &LauncherViewModel::scheduleUpdate);
+    connect(&state_, &LauncherState::pageChanged, this, &LauncherViewModel::pageChanged);
+    connect(&state_, &LauncherState::pageCountChanged, this, &LauncherViewModel::pageCountChanged);
+    connect(&state_, &LauncherState::columnsChanged, this, &LauncherViewModel::gridChanged);
+    connect(&state_, &LauncherState::rowsChanged, this, &LauncherViewModel::gridChanged);
+    connect(&state_, &LauncherState::highlightChanged, this, &LauncherViewModel::highlightChanged);
+    connect(&state_, &LauncherState::openFolderChanged, this, [this] {
+        // The panel needs its tiles in the same turn in which it opens.
+        updateLists();
+        Q_EMIT openFolderChanged();
+    });
+    connect(&state_, &LauncherState::folderPageChanged, this,
+            &LauncherViewModel::folderPageChanged);
+    connect(&state_, &LauncherState::hintsModeChanged, this, &LauncherViewModel::hintsModeChanged);
+    connect(&state_, &LauncherState::hintBufferChanged, this,
+            &LauncherViewModel::hintBufferChanged);
+    connect(&state_, &LauncherState::presentedChanged, this, &LauncherViewModel::presentedChanged);
+    connect(&state_, &LauncherState::rightToLeftChanged, this, &LauncherViewModel::mirroredChanged);
+    connect(&state_, &LauncherState::rippleOriginChanged, this,
+            &LauncherViewModel::rippleOriginChanged);
+    updateLists();
+}
+
+QString LauncherViewModel::openFolder() const {
+    return state_.openFolder() ? "folder:" + QString::fromStdString(state_.openFolder()->string())
+                               : QString();
+}
+
+QString LauncherViewModel::folderTitle() const {
+    if (!state_.openFolder()) {
+        return {};
+    }
+    const Folder* folder = model_.board().folder(*state_.openFolder());
+    return folder == nullptr ? QString() : QString::fromStdString(folder->title);
+}
+
+int LauncherViewModel::iconSize() const {
+    return state_.compact() ? model_.prefs().compactIconSize() : model_.prefs().iconSize();
+}
+
+void LauncherViewModel::setDark(bool dark) {
+    if (dark != dark_) {
+        dark_ = dark;
+        Q_EMIT darkChanged();
+    }
+}
+
+void LauncherViewModel::setBackdrop(const QString& source) {
+    if (source != backdrop_) {
+        backdrop_ = source;
+        Q_EMIT backdropChanged();
+    }
+}
+
+void LauncherViewModel::activate(const QString& tileId, bool newWindow) {
+    const std::string id = tileId.toStdString();
+    const auto& tiles = state_.currentItems();
+    const auto tile =
+        std::ranges::find_if(tiles, [&](const Tile& candidate) { return candidate.id() == id; });
+    if (tile == tiles.end()) {
+        return;
+    }
+    const BundleID* app = tile->app();
+    if (newWindow && app != nullptr) {
+        model_.launchNew(*app);
+        if (!state_.keepOpen()) {
+            Q_EMIT state_.hideRequested();
+        }
+        return;
+    }
+    state_.activate(*tile);
+}
+
+void LauncherViewModel::closeFolder() {
+    state_.setOpenFolder(std::nullopt);
+}
+
+void LauncherViewModel::clearQuery() {
+    state_.setQuery({});
+}
+
+int LauncherViewModel::pageAfterDrag(qreal offset, qreal velocity, qreal width) const {
+    const double direction = state_.rightToLeft() ? -1 : 1;
+    return GridMotion::pageTarget(state_.page(), {direction * offset, direction * velocity}, width,
+                                  state_.pageCount());
+}
+
+qreal LauncherViewModel::rubberBand(qreal value, qreal limit) const {
+    constexpr double coefficient = 0.55;
+    return GridMotion::rubberBand(value, limit, coefficient);
+}
+
+void LauncherViewModel::fitGrid(qreal width, qreal height) {
+    state_.setPageWidth(width);
+    state_.fitRows(height);
+}
+
+bool LauncherViewModel::handleKey(int key, int modifiers, const QString& text) {
+    return state_.handleKey({static_cast<Qt::Key>(key), Qt::KeyboardModifiers(modifiers), text});
+}
+
+bool LauncherViewModel::handleScroll(qreal dx, qreal dy, bool precise, int phase) {
+    return state_.handleScroll({dx, dy, precise, static_cast<Scroll::Phase>(phase)});
+}
+
+bool LauncherViewModel::wheel(const QPointF& pixels, const QPointF& angle, int phase) {
+    auto meaning = Scroll::Phase::none;
+    switch (phase) {
+    case Qt::ScrollBegin:
+        meaning = Scroll::Phase::begin;
+        break;
+    case Qt::ScrollUpdate:
+        meaning = Scroll::Phase::update;
+        break;
+    case Qt::ScrollEnd:
+        meaning = Scroll::Phase::end;
+        break;
+    case Qt::ScrollMomentum:
+        meaning = Scroll::Phase::momentum;
+        break;
+    default:
+        break;
+    }
+    const bool precise = !pixels.isNull();
+    const QPointF amount = precise ? pixels : angle / eighthsPerNotch;
+    return state_.handleScroll({amount.x(), amount.y(), precise, meaning});
+}
+
+void LauncherViewModel::startWithFolders() {
+    model_.autoFolders();
+    endWelcome();
+}
+
+void LauncherViewModel::startAlphabetically() {
+    model_.layOutAlphabetically();
+    endWelcome();
+}
+
+void LauncherViewModel::endWelcome() {
+    if (welcoming_) {
+        welcoming_ = false;
+        model_.prefs().setHasSeenWelcome(true);
+        Q_EMIT welcomingChanged();
+    }
+}
+
+QString LauncherViewModel::hint(int index) const {
+    return QString::fromStdString(LauncherState::hint(index));
+}
+
+TileItem LauncherViewModel::item(const Tile& tile) const {
+    const auto& custom = model_.board().icons;
+    const auto iconOf = [&](const BundleID& id) {
+        const auto icon = custom.find(id);
+        return IconProvider::appSource(id, icon == custom.end() ? std::string() : icon->second);
+    };
+    TileItem out;
+    out.id = QString::fromStdString(tile.id());
+    if (const BundleID* id = tile.app()) {
+        out.title = QString::fromStdString(model_.name(*id));
+        out.icons = {iconOf(*id)};
+        out.isRunning = model_.running().contains(*id);
+        if (const auto badge = model_.badges().find(*id); badge != model_.badges().end()) {
+            out.badge = QString::fromStdString(badge->second);
+        }
+        return out;
+    }
+    const Folder& folder = *tile.folder();
+    out.isFolder = true;
+    out.title = QString::fromStdString(folder.title);
+    for (std::size_t i = 0; i < std::min(iconsOnFolder, folder.apps.size()); ++i) {
+        out.icons.append(iconOf(folder.apps[i]));
+    }
+    out.color = QString::fromStdString(folder.color.value_or(""));
+    out.emoji = QString::fromStdString(folder.emoji.value_or(""));
+    out.cover = folder.cover ? IconProvider::fileSource(*folder.cover) : QString();
+    return out;
+}
+
+std::vector<TileItem> LauncherViewModel::items(const std::vector<Tile>& tiles) const {
+    std::vector<TileItem> out;
+    out.reserve(tiles.size());
+    for (const Tile& tile : tiles) {
+        out.push_back(item(tile));
+    }
+    return out;
+}
+
+void LauncherViewModel::updateIconSources() {
+    IconSources::Table table;
+    for (const auto& [id, app] : model_.apps()) {
+        const auto icon = model_.board().icons.find(id);
+        table.emplace(id,
+                      IconSources::Source{app, icon == model_.board().icons.end() ? std::string()
+                                                                                  : icon->second});
+    }
+    iconSources_->replace(std::move(table));
+}
+
+void LauncherViewModel::scheduleUpdate() {
+    // Several changes in one turn of the event loop become one update of the views.
+    if (!updateScheduled_) {
+        updateScheduled_ = true;
+        QMetaObject::invokeMethod(this, &LauncherViewModel::updateLists, Qt::QueuedConnection);
+    }
+}
+
+void LauncherViewModel::updateLists() {
+    updateScheduled_ = false;
+    updateIconSources();
+    tiles_.setItems(items(model_.visibleTiles()));
+    if (state_.searching()) {
+        results_.setItems(items(state_.currentItems()));
+    }
+    if (state_.openFolder()) {
+        if (const auto folder = model_.visibleFolder(*state_.openFolder())) {
+            std::vector<Tile> apps;
+            for (const BundleID& id : folder->apps) {
+                apps.push_back(Tile(id));
+            }
+            folderTiles_.setItems(items(apps));
+        }
+    }
+    Q_EMIT folderTitleChanged();
+}
+
+} // namespace vellory

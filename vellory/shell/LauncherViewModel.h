@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <memory>
+
+#include <QObject>
+#include <QPointF>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+#include "model/AppModel.h"
+#include "model/LauncherState.h"
+#include "shell/IconProvider.h"
+#include "shell/NoticeList.h"
+#include "shell/TileList.h"
+
+namespace vellory {
+
+/// What the launcher's views see of the model, in the types of QML; and the few things they ask of
+/// it. It decides nothing: every rule is in `AppModel` and `LauncherState`.
+class LauncherViewModel : public QObject {
+    Q_OBJECT
+    QML_NAMED_ELEMENT(Launcher)
+    QML_UNCREATABLE("There is one launcher, made by the program")
+
+    Q_PROPERTY(vellory::TileList* tiles READ tiles CONSTANT)
+    Q_PROPERTY(vellory::TileList* folderTiles READ folderTiles CONSTANT)
+    Q_PROPERTY(vellory::TileList* results READ results CONSTANT)
+    Q_PROPERTY(vellory::NoticeList* notices READ notices CONSTANT)
+
+    Q_PROPERTY(QString query READ query WRITE setQuery NOTIFY queryChanged)
+    Q_PROPERTY(bool searching READ isSearching NOTIFY queryChanged)
+    Q_PROPERTY(int page READ page NOTIFY pageChanged)
+    Q_PROPERTY(int pageCount READ pageCount NOTIFY pageCountChanged)
+    Q_PROPERTY(int columns READ columns NOTIFY gridChanged)
+    Q_PROPERTY(int rows READ rows NOTIFY gridChanged)
+    Q_PROPERTY(int highlight READ highlight NOTIFY highlightChanged)
+    Q_PROPERTY(QString openFolder READ openFolder NOTIFY openFolderChanged)
+    Q_PROPERTY(QString folderTitle READ folderTitle NOTIFY folderTitleChanged)
+    Q_PROPERTY(int folderColumns READ folderColumns CONSTANT)
+    Q_PROPERTY(int folderRows READ folderRows CONSTANT)
+    Q_PROPERTY(int folderPage READ folderPage NOTIFY folderPageChanged)
+    Q_PROPERTY(int folderPageCount READ folderPageCount NOTIFY folderTitleChanged)
+    Q_PROPERTY(bool hintsMode READ hintsMode NOTIFY hintsModeChanged)
+    Q_PROPERTY(QString hintBuffer READ hintBuffer NOTIFY hintBufferChanged)
+    Q_PROPERTY(bool presented READ presented NOTIFY presentedChanged)
+    Q_PROPERTY(bool mirrored READ mirrored NOTIFY mirroredChanged)
+    Q_PROPERTY(QPointF rippleOrigin READ rippleOrigin NOTIFY rippleOriginChanged)
+    Q_PROPERTY(int iconSize READ iconSize NOTIFY prefsChanged)
+    Q_PROPERTY(bool showLabels READ showLabels NOTIFY prefsChanged)
+    Q_PROPERTY(bool reduceMotion READ reduceMotion NOTIFY prefsChanged)
+    Q_PROPERTY(bool dark READ dark WRITE setDark NOTIFY darkChanged)
+    Q_PROPERTY(bool welcoming READ isWelcoming NOTIFY welcomingChanged)
+    Q_PROPERTY(QString backdrop READ backdrop NOTIFY backdropChanged)
+
+  public:
+    LauncherViewModel(AppModel& model, LauncherState& state,
+                      std::shared_ptr<IconSources> iconSources, QObject* parent = nullptr);
+
+    TileList* tiles() { return &tiles_; }
+    TileList* folderTiles() { return &folderTiles_; }
+    TileList* results() { return &results_; }
+    NoticeList* notices() { return &notices_; }
+
+    QString query() const { return QString::fromStdString(state_.query()); }
+    void setQuery(const QString& query) { state_.setQuery(query.toStdString()); }
+    bool isSearching() const { return state_.searching(); }
+    int page() const { return state_.page(); }
+    int pageCount() const { return state_.pageCount(); }
+    int columns() const { return state_.columns(); }
+    int rows() const { return state_.rows(); }
+    /// -1 for none.
+    int highlight() const { return state_.highlight().value_or(-1); }
+    /// The identity of the open folder's tile, empty for none.
+    QString openFolder() const;
+    QString folderTitle() const;
+    int folderColumns() const { return LauncherState::folderColumns; }
+    int folderRows() const { return LauncherState::folderRows; }
+    int folderPage() const { return state_.folderPage(); }
+    int folderPageCount() const { return state_.folderPageCount(); }
+    bool hintsMode() const { return state_.hintsMode(); }
+    QString hintBuffer() const { return QString::fromStdString(state_.hintBuffer()); }
+    bool presented() const { return state_.presented(); }
+    bool mirrored() const { return state_.rightToLeft(); }
+    QPointF rippleOrigin() const { return state_.rippleOrigin(); }
+    int iconSize() const;
+    bool showLabels() const { return model_.prefs().showLabels(); }
+    bool reduceMotion() const { return model_.prefs().reduceMotion(); }
+    bool dark() const { return dark_; }
+    void setDark(bool dark);
+    /// The user has not chosen yet how the grid should start.
+    bool isWelcoming() const { return welcoming_; }
+    QString backdrop() const { return backdrop_; }
+    void setBackdrop(const QString& source);
+
+    // What the views ask.
+
+    Q_INVOKABLE void activate(const QString& tileId, bool newWindow);
+    Q_INVOKABLE void closeFolder();
+    Q_INVOKABLE void clearQuery();
+    Q_INVOKABLE void back() { state_.back(); }
+    Q_INVOKABLE void hide() { Q_EMIT state_.hideRequested(); }
+    Q_INVOKABLE void goToPage(int page) { state_.goToPage(page); }
+    Q_INVOKABLE void goToFolderPage(int page) { state_.step(page - state_.folderPage()); }
+    /// The page that a drag settles on, `offset` and `velocity` in pixels (and pixels a second).
+    Q_INVOKABLE int pageAfterDrag(qreal offset, qreal velocity, qreal width) const;
+    /// How far the grid gives way to a drag past its first or last page.
+    Q_INVOKABLE qreal rubberBand(qreal value, qreal limit) const;
+    Q_INVOKABLE void fitGrid(qreal width, qreal height);
+    Q_INVOKABLE bool handleKey(int key, int modifiers, const QString& text);
+    /// `dx` and `dy` in wheel notches, or in pixels when `precise`.
+    Q_INVOKABLE bool handleScroll(qreal dx, qreal dy, bool precise, int phase);
+    /// What a new user may start with; each ends the welcome.
+    Q_INVOKABLE void startWithFolders();
+    Q_INVOKABLE void startAlphabetically();
+    Q_INVOKABLE void endWelcome();
+    Q_INVOKABLE QString hint(int index) const;
+    /// Turns a wheel event's numbers into `handleScroll`'s.
+    Q_INVOKABLE bool wheel(const QPointF& pixels, const QPointF& angle, int phase);
+
+  Q_SIGNALS:
+    void queryChanged();
+    void pageChanged(bool animated);
+    void pageCountChanged();
+    void gridChanged();
+    void highlightChanged();
+    void openFolderChanged();
+    void folderTitleChanged();
+    void folderPageChanged();
+    void hintsModeChanged();
+    void hintBufferChanged();
+    void presentedChanged();
+    void mirroredChanged();
+    void rippleOriginChanged();
+    void prefsChanged();
+    void darkChanged();
+    void backdropChanged();
+    void welcomingChanged();
+
+  private:
+    TileItem item(const Tile& tile) const;
+    std::vector<TileItem> items(const std::vector<Tile>& tiles) const;
+    void updateIconSources();
+    void scheduleUpdate();
+    void updateLists();
+
+    AppModel& model_;
+    LauncherState& state_;
+    std::shared_ptr<IconSources> iconSources_;
+    TileList tiles_;
+    TileList folderTiles_;
+    TileList results_;
+    NoticeList notices_;
+    bool updateScheduled_ = false;
+    bool dark_ = true;
+    bool welcoming_ = false;
+    QString backdrop_;
+};
+
+} // namespace vellory

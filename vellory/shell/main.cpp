@@ -1,0 +1,203 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <cstdio>
+
+#include <QGuiApplication>
+#include <QIcon>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTimer>
+
+#include "model/AppModel.h"
+#include "model/LauncherState.h"
+#include "platform/linux/LinuxPlatform.h"
+#include "platform/qt/QtEventLoop.h"
+#include "platform/qt/QtFolderWatcher.h"
+#include "platform/qt/QtScheduler.h"
+#include "platform/qt/QtSettings.h"
+#include "shell/CommandLine.h"
+#include "shell/ImageFileChooser.h"
+#include "shell/LauncherController.h"
+#include "shell/Screenshot.h"
+#include "shell/SingleInstance.h"
+
+// This file alone knows the platform's implementations: it makes them, hands them to the model as
+// ports, and ties model and window together.
+
+using namespace vellory;
+
+namespace {
+
+constexpr const char* programID = "com.quorvel.vellory";
+constexpr const char* platformID = "vellory";
+
+int fail(const std::string& sentence) {
+    std::fprintf(stderr, "vellory: %s\n", sentence.c_str());
+    return 1;
+}
+
+/// The arguments Qt is started with: its own options rather than environment variables, which
+/// started apps would inherit.
+class QtArguments {
+  public:
+    QtArguments(const char* program, const CommandLine& options) : program_(program) {
+        if (options.screenshot) {
+            platform_ = "offscreen";
+        }
+        if (!platform_.empty()) {
+            pointers_ = {program_.data(), flag_.data(), platform_.data(), nullptr};
+            count_ = 3;
+        } else {
+            pointers_ = {program_.data(), nullptr};
+            count_ = 1;
+        }
+    }
+    int& count() { return count_; }
+    char** values() { return pointers_.data(); }
+
+  private:
+    std::string program_;
+    std::string flag_ = "-platform";
+    std::string platform_;
+    std::vector<char*> pointers_;
+    int count_ = 0;
+};
+
+void say(const std::string& line) {
+    std::puts(line.c_str());
+    std::fflush(stdout);
+}
+
+/// Says what happens, a line each, for scripts that drive or measure the program: "N apps" with the
+/// first frame of the grid, "settled" once nothing on it changes any more, "hidden", and notices.
+void reportTo(QTimer& settling, LauncherController& controller, const AppModel& model) {
+    constexpr int pollMilliseconds = 50;
+    QObject::connect(&controller, &LauncherController::shown, &settling, [&] {
+        say(std::to_string(model.apps().size()) + " apps");
+        settling.start(pollMilliseconds);
+    });
+    QObject::connect(&controller, &LauncherController::hidden, &settling, [&] {
+        settling.stop();
+        say("hidden");
+    });
+    QObject::connect(&model, &AppModel::noticePosted, &settling,
+                     [](const Notice& notice) { say("notice " + notice.text); });
+    QObject::connect(&settling, &QTimer::timeout, &controller, [&] {
+        if (isSettled(*controller.window().rootObject())) {
+            settling.stop();
+            say("settled");
+        }
+    });
+}
+
+int run(const CommandLine& options, const char* program) {
+    const LinuxPlatform::Start start = LinuxPlatform::begin(options.apps);
+    const std::filesystem::path socket = SingleInstance::socketIn(start.runtimeFolder());
+    const bool isPicture = options.screenshot.has_value();
+
+    if (!isPicture && !options.support &&
+        SingleInstance::handOver(socket,
+                                 options.show == CommandLine::Show::hidden ? "hello" : "open")) {
+        return 0;
+    }
+    if (!isPicture && !start.hasDisplay()) {
+        return fail("there is no display to open on (is DISPLAY set?); --screenshot FILE renders a "
+                    "view without one");
+    }
+    if (!start.hasGraphics() || isPicture) {
+        QQuickWindow::setSceneGraphBackend("software");
+    }
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    QtArguments arguments(program, options);
+    if (isPicture && options.scale != 1) {
+        qputenv("QT_SCALE_FACTOR", QByteArray::number(options.scale));
+    }
+    QGuiApplication application(arguments.count(), arguments.values());
+    QGuiApplication::setApplicationName("vellory");
+    QGuiApplication::setApplicationDisplayName("Vellory");
+    QGuiApplication::setDesktopFileName(platformID);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+
+    QtScheduler scheduler;
+    SystemClock clock;
+    QtEventLoop loop;
+    QtFolderWatcher folderWatcher;
+    const LinuxPlatform::Folders folders = start.folders(options.support);
+    QtSettings settings(folders.settings);
+    ImageFileChooser imageChooser;
+    LinuxPlatform platform(start, folders, loop, scheduler);
+
+    AppModel model({.catalogue = platform.catalogue(),
+                    .runningApps = platform.runningApps(),
+                    .desktop = platform.desktop(),
+                    .folderWatcher = folderWatcher,
+                    .imageChooser = imageChooser,
+                    .clock = clock,
+                    .scheduler = scheduler,
+                    .defaults = settings},
+                   {.paths = VelloryPaths(folders.data, options.support),
+                    .locale = start.sortLocale(),
+                    .newID = Uuid::random,
+                    .ownID = platformID,
+                    .desktopApps = platform.desktopApps(),
+                    .calendar = Calendar::current()});
+    LauncherState state(model);
+    LauncherController controller({.model = model,
+                                   .state = state,
+                                   .icons = platform.icons(),
+                                   .desktop = platform.desktop(),
+                                   .scheduler = scheduler});
+    controller.viewModel().setDark(options.dark.value_or(platform.prefersDark()));
+
+    if (isPicture) {
+        model.start();
+        const auto taken = takeScreenshot(controller, model, state, options.view, options.size,
+                                          *options.screenshot);
+        return taken ? 0 : fail(taken.error());
+    }
+
+    SingleInstance instance(socket);
+    QObject::connect(&instance, &SingleInstance::received, &controller,
+                     [&](const QString& message) {
+                         if (message == "open") {
+                             controller.show();
+                         } else if (message == "toggle") {
+                             controller.toggle();
+                         }
+                     });
+    if (!options.support) {
+        instance.listen();
+    }
+    QTimer settling;
+    if (options.report) {
+        reportTo(settling, controller, model);
+    }
+    model.start();
+    if (options.show == CommandLine::Show::grid) {
+        controller.show();
+    }
+    imageChooser.attach(controller.window().engine(), &controller.window());
+    return QGuiApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i) {
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    }
+    const auto options = CommandLine::parse(arguments);
+    if (!options) {
+        return fail(options.error());
+    }
+    if (options->help) {
+        std::fputs(CommandLine::helpText().c_str(), stdout);
+        return 0;
+    }
+    if (options->version) {
+        std::printf("vellory %s\n", VELLORY_VERSION);
+        return 0;
+    }
+    return run(*options, argv[0]);
+}

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick
+import Vellory
+
+// A push button on a panel.
+Rectangle {
+    id: button
+
+    required property string text
+    property bool primary: false
+    signal activated()
+
+    width: label.implicitWidth + 4 * Theme.unit
+    height: Theme.controlHeight
+    radius: height / 2
+    color: primary ? Theme.accent : Theme.fieldFill
+    border.width: primary ? 0 : 1
+    border.color: Theme.fieldBorder
+    opacity: press.pressed ? 0.7 : 1
+    scale: press.pressed ? 0.97 : 1
+
+    Accessible.role: Accessible.Button
+    Accessible.name: text
+    Accessible.focusable: true
+    Accessible.onPressAction: activated()
+
+    Text {
+        id: label
+        anchors.centerIn: parent
+        text: button.text
+        color: button.primary ? "white" : Theme.text
+        font { pixelSize: Theme.bodySize; weight: Font.Medium }
+    }
+    TapHandler {
+        id: press
+        onTapped: button.activated()
+    }
+}
