@@ -3,12 +3,12 @@
 
 #include <algorithm>
 #include <iterator>
+#include <map>
 #include <utility>
 
 #include "Import/EntryResolver.h"
 #include "Support/Json.h"
 #include "Support/PropertyList.h"
-#include "Support/Text.h"
 
 namespace vellory::RivalImport {
 
@@ -23,6 +23,8 @@ constexpr std::array<std::string_view, 6> childrenKeys{"apps",     "items",     
                                                        "appPaths", "applications", "contents"};
 
 constexpr std::size_t maxDepth = 256;
+/// Lists and dictionaries, whatever is in them.
+constexpr std::size_t maxContainers = 3'000'000;
 /// Longer texts neither identify nor name anything: pictures are kept as texts, too.
 constexpr std::size_t maxTextBytes = 4096;
 /// Values in the tree of a property list, whose memory comes on top.
@@ -61,9 +63,11 @@ class Walk final : public DocumentVisitor {
         }
         Container& dictionary = open_.back();
         if (const auto index = indexIn(identityKeys, dictionary.key)) {
-            dictionary.identities[*index] = value;
-        } else if (const auto name = indexIn(nameKeys, dictionary.key)) {
-            dictionary.names[*name] = value;
+            dictionary.identities.insert_or_assign(*index, value);
+        } else if (const auto name = indexIn(nameKeys, dictionary.key);
+                   name && (!dictionary.nameKey || name <= dictionary.nameKey)) {
+            dictionary.nameKey = name;
+            dictionary.name = value;
         }
         return true;
     }
@@ -114,10 +118,10 @@ class Walk final : public DocumentVisitor {
         }
         Container dictionary = std::move(open_.back());
         open_.pop_back();
-        auto name = dictionary.name();
-        for (const auto& identity : dictionary.identities) {
-            if (auto id = identity ? resolver_.resolve(*identity) : std::nullopt) {
-                std::string title = name ? Text::repairedUtf8(*name) : *id;
+        const bool hasName = dictionary.nameKey.has_value();
+        for (const auto& [rank, identity] : dictionary.identities) {
+            if (auto id = resolver_.resolve(identity)) {
+                std::string title = hasName ? std::move(dictionary.name) : *id;
                 add(itemsBeingFilled(), {LayoutItem::App{std::move(*id), std::move(title)}});
                 return isWithinWeight();
             }
@@ -126,12 +130,12 @@ class Walk final : public DocumentVisitor {
             return true;
         }
         const bool isDocument = open_.empty();
-        if (isDocument && (!name || holdsFolder(dictionary.items))) {
+        if (isDocument && (!hasName || holdsFolder(dictionary.items))) {
             found_ = std::move(dictionary.items);
             return true;
         }
         LayoutItem::Folder folder;
-        folder.title = name ? Text::repairedUtf8(*name) : "Folder";
+        folder.title = hasName ? std::move(dictionary.name) : "Folder";
         folder.pages.push_back(std::move(dictionary.items));
         add(itemsBeingFilled(), {std::move(folder)});
         return isWithinWeight();
@@ -144,15 +148,10 @@ class Walk final : public DocumentVisitor {
         /// Of a list its elements, of a dictionary its children.
         LayoutPage items;
         std::string key;
-        std::optional<std::size_t> childrenKey;
-        std::array<std::optional<std::string>, identityKeys.size()> identities;
-        std::array<std::optional<std::string>, nameKeys.size()> names;
-
-        const std::string* name() const {
-            const auto found =
-                std::ranges::find_if(names, [](const auto& n) { return n.has_value(); });
-            return found == names.end() ? nullptr : &**found;
-        }
+        std::optional<std::size_t> childrenKey; ///< where the children come from
+        std::map<std::size_t, std::string> identities;
+        std::optional<std::size_t> nameKey; ///< where the name comes from
+        std::string name;
     };
 
     bool begin(bool isDictionary, bool isWanted) {
@@ -161,7 +160,7 @@ class Walk final : public DocumentVisitor {
         } else {
             open_.emplace_back().isDictionary = isDictionary;
         }
-        return open_.size() + ignoring_ <= maxDepth;
+        return open_.size() + ignoring_ <= maxDepth && ++containers_ <= maxContainers;
     }
 
     bool endIgnored() {
@@ -177,6 +176,8 @@ class Walk final : public DocumentVisitor {
     void add(LayoutPage& items, LayoutItem item) {
         if (const auto* app = item.app()) {
             weight_ += app->bundleID.capacity() + app->title.capacity();
+        } else {
+            weight_ += item.folder()->title.capacity() + sizeof(LayoutPage) + sizeof(LayoutItem);
         }
         weight_ += sizeof(LayoutItem);
         items.push_back(std::move(item));
@@ -195,6 +196,7 @@ class Walk final : public DocumentVisitor {
     EntryResolver resolver_;
     LayoutPage found_;
     std::vector<Container> open_;
+    std::size_t containers_ = 0;
     std::size_t ignoring_ = 0; ///< containers open within a value that nobody asked for
     std::size_t weight_ = 0;   ///< bytes of memory that the items need, about
 };

@@ -64,12 +64,12 @@ Result launchNext(const std::filesystem::path& store, const Resolver& resolver) 
     std::size_t apps = 0;
     while (apps < maxApps && rows->step()) {
         const auto kind = rows->text(2);
-        const auto item = kind == "app"      ? appIn(*rows, entries)
-                          : kind == "folder" ? folderIn(*rows, entries)
-                                             : std::nullopt;
+        auto item = kind == "app"      ? appIn(*rows, entries)
+                    : kind == "folder" ? folderIn(*rows, entries)
+                                       : std::nullopt;
         if (item) {
             apps += item->appCount();
-            pages[rows->integer(0).value_or(0)].push_back(*item);
+            pages[rows->integer(0).value_or(0)].push_back(*std::move(item));
         }
     }
     Layout layout;

@@ -165,7 +165,8 @@ std::expected<std::vector<Row>, ImportError> readItems(const Sqlite::Database& d
             ImportError{ImportError::Kind::unreadable, statement.error().message});
     }
     std::vector<Row> rows;
-    while (rows.size() < maxRows && statement->step()) {
+    std::size_t textBytes = 0;
+    while (rows.size() < maxRows && textBytes < maxTextBytes && statement->step()) {
         Row& row = rows.emplace_back();
         row.id = statement->integer(0).value_or(0);
         row.uuid = statement->text(1).value_or("");
@@ -174,6 +175,8 @@ std::expected<std::vector<Row>, ImportError> readItems(const Sqlite::Database& d
         row.ordering = statement->integer(4).value_or(0);
         row.title = statement->text(5);
         row.bundleID = statement->text(6);
+        textBytes +=
+            row.uuid.size() + row.title.value_or("").size() + row.bundleID.value_or("").size();
     }
     return rows;
 }

@@ -49,9 +49,10 @@ struct ImportError {
     friend bool operator==(const ImportError&, const ImportError&) = default;
 };
 
-/// Rows that are read at most. Far above what anybody arranges by hand; past it the rows count as
-/// ended, so that a database made to exhaust memory does not.
+/// Rows, and bytes of text in them, that are read at most. Far above what anybody arranges by hand;
+/// past them the rows count as ended, so that a database made to exhaust memory does not.
 inline constexpr std::size_t maxRows = 300'000;
+inline constexpr std::size_t maxTextBytes = 32U * 1024U * 1024U;
 
 /// Folders within folders that are kept as such. What lies deeper moves up to the deepest one, so
 /// that no app is lost and a layout can be copied and compared by recursion.

@@ -54,8 +54,11 @@ void switchOffFunctions(sqlite3* handle) {
     }
     sqlite3_finalize(list);
     for (const Function& function : functions) {
-        sqlite3_create_function_v2(handle, function.name.c_str(), function.arguments, SQLITE_UTF8,
-                                   nullptr, refuse, nullptr, nullptr, nullptr);
+        // Marked as harmless, so that a table with computed columns that nobody reads stays
+        // readable.
+        sqlite3_create_function_v2(handle, function.name.c_str(), function.arguments,
+                                   SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr,
+                                   refuse, nullptr, nullptr, nullptr);
     }
 }
 
@@ -145,11 +148,12 @@ std::expected<Database, Error> Database::open(const fs::path& file, const Limits
     if (status != SQLITE_OK) {
         return std::unexpected(Error{Error::Kind::cannotOpen, message(handle)});
     }
-    harden(handle, limits);
+    // Before anything else, because some settings already read the file's tables.
     sqlite3_progress_handler(
         handle, instructionsBetweenChecks,
         [](void* budget) { return static_cast<const Budget*>(budget)->isSpent() ? 1 : 0; },
         database.budget_.get());
+    harden(handle, limits);
     return database;
 }
 

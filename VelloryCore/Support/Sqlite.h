@@ -23,7 +23,7 @@ namespace vellory::Sqlite {
 /// How much reading one database may cost. The time counts from opening it.
 struct Limits {
     std::chrono::milliseconds time{800};
-    std::int64_t memory = 64LL * 1024 * 1024;
+    std::int64_t memory = 96LL * 1024 * 1024;
     /// The longest text or blob, and the longest row.
     int valueBytes = 4 * 1024 * 1024;
 };

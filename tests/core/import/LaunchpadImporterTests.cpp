@@ -131,6 +131,21 @@ TEST(LaunchpadImporter, AMillionRowsEndAtTheLimit) {
               (LayoutItem{LayoutItem::App{"com.example.app3", "com.example.app3"}}));
 }
 
+TEST(LaunchpadImporter, LongTextsEndTheRowsAtTheLimit) {
+    const TemporaryFolder folder;
+    const fs::path file = folder.path() / "db";
+    constexpr int length = 1'000'000;
+    TestDatabase(file).run(
+        std::string("PRAGMA synchronous = OFF;") + tables +
+        manyRows(3, 50, "x, '', 4, 2, x", "items") +
+        manyRows(3, 50,
+                 "x, printf('%.*c', " + std::to_string(length) + ", 'x'), 'com.example.app' || x",
+                 "apps"));
+    const auto layout = importLayout(file);
+    ASSERT_TRUE(layout);
+    EXPECT_EQ(layout->appCount(), maxTextBytes / length + 1);
+}
+
 TEST(LaunchpadImporter, ADatabaseCutAnywhereGivesRowsOrAnError) {
     const TemporaryFolder folder;
     const fs::path file = folder.path() / "db";

@@ -188,6 +188,14 @@ TEST(Sqlite, TablesThatRunCodeAreRefused) {
                 IsEmpty());
     EXPECT_THAT(readable("CREATE TABLE t (y, x AS (instr(y, 'b'))); INSERT INTO t VALUES ('ab')"),
                 IsEmpty());
+    // Only who reads such a column is refused.
+    const auto database = Database::open(
+        databaseAt(folder.path() / "computed", "CREATE TABLE t (x, y AS (substr(x, 1, 2)));"
+                                               "CREATE INDEX i ON t (x) WHERE instr(x, 'a') = 0;"
+                                               "INSERT INTO t VALUES (5)"));
+    auto statement = database->prepare("SELECT x FROM t");
+    ASSERT_TRUE(statement) << statement.error().message;
+    EXPECT_THAT(numbers(*statement), ElementsAre(5));
     EXPECT_THAT(readable("CREATE TABLE t (y, x AS (y LIKE '%a%b%')); INSERT INTO t VALUES ('ab')"),
                 IsEmpty());
 }
@@ -210,6 +218,21 @@ TEST(Sqlite, ReadingEndsWhenItTakesTooLong) {
             EXPECT_EQ(statement.error().message, "interrupted");
         }
     }
+}
+
+TEST(Sqlite, ReadingEndsWhenTheTablesAloneAreTooMany) {
+    const TemporaryFolder folder;
+    const fs::path file =
+        databaseAt(folder.path() / "db",
+                   "CREATE TABLE t (x); PRAGMA writable_schema = ON;"
+                   "WITH RECURSIVE n(x) AS (SELECT 1 UNION ALL SELECT x + 1 FROM n LIMIT 20000)"
+                   "INSERT INTO sqlite_schema SELECT 'table', 't' || x, 't' || x, 2,"
+                   " 'CREATE TABLE t' || x || '(x)' FROM n");
+    const auto database = Database::open(file, {.time = std::chrono::hours(1), .memory = 1 << 20});
+    ASSERT_TRUE(database);
+    const auto statement = database->prepare("SELECT x FROM t");
+    ASSERT_FALSE(statement);
+    EXPECT_EQ(statement.error().message, "interrupted");
 }
 
 TEST(Sqlite, ReadingEndsAtAValueThatIsTooLong) {
