@@ -37,21 +37,39 @@ struct Purpose {
         }
     }
 
-    /// How well an app with these stems, sorted, does: the same as `AppKeywords::score`. Whichever
-    /// list is shorter is looked up in the other, since a request may be a page long.
-    int score(const std::vector<std::string>& stems) const {
+    /// How well an app with these keywords does: the same as `AppKeywords::score`. Whichever list
+    /// is shorter is looked up in the other, since a request may be a page long.
+    int score(const std::set<std::string>& keywords) const {
+        const int hits =
+            wanted.size() < keywords.size() ? hitsByWord(keywords) : hitsByKeyword(keywords);
+        return hits == 0 ? 0 : AppKeywords::scoreOf(hits, count);
+    }
+
+    int hitsByWord(const std::set<std::string>& keywords) const {
         int hits = 0;
-        if (wanted.size() < stems.size()) {
-            for (const auto& [stem, times] : wanted) {
-                hits += std::ranges::binary_search(stems, stem) ? times : 0;
-            }
-        } else {
-            for (const std::string& stem : stems) {
-                const auto found = wanted.find(stem);
-                hits += found != wanted.end() ? found->second : 0;
+        for (const auto& [stem, times] : wanted) {
+            // A stem is the beginning of its words, which in a sorted set stand together.
+            for (auto word = keywords.lower_bound(stem);
+                 word != keywords.end() && word->starts_with(stem); ++word) {
+                if (AppKeywords::stem(*word) == stem) {
+                    hits += times;
+                    break;
+                }
             }
         }
-        return hits == 0 ? 0 : AppKeywords::scoreOf(hits, count);
+        return hits;
+    }
+
+    int hitsByKeyword(const std::set<std::string>& keywords) const {
+        int hits = 0;
+        std::set<std::string_view> counted; // "photo" and "photos" are one stem
+        for (const std::string& keyword : keywords) {
+            const auto found = wanted.find(AppKeywords::stem(keyword));
+            if (found != wanted.end() && counted.insert(found->first).second) {
+                hits += found->second;
+            }
+        }
+        return hits;
     }
 
     /// The stems of all its words.
@@ -72,13 +90,6 @@ AskApps::AskApps(std::vector<AskApp> apps, Text::Collator collator)
     prepared_.reserve(apps_.size());
     for (const AskApp& app : apps_) {
         Prepared& prepared = prepared_.emplace_back();
-        prepared.keywordStems.reserve(app.keywords.size());
-        for (const std::string& keyword : app.keywords) {
-            prepared.keywordStems.push_back(AppKeywords::stem(keyword));
-        }
-        std::ranges::sort(prepared.keywordStems);
-        const auto repeated = std::ranges::unique(prepared.keywordStems);
-        prepared.keywordStems.erase(repeated.begin(), repeated.end());
         prepared.nameStems = AskFallback::words(app.name);
         prepared.isUninstaller = Text::lowercased(app.name).starts_with("uninstall");
     }
@@ -90,7 +101,7 @@ std::vector<AskApps::Candidate> AskApps::candidates(std::string_view need,
     std::vector<Candidate> found;
     for (std::size_t i = 0; purpose.count > 0 && i < apps_.size(); ++i) {
         const Prepared& prepared = prepared_[i];
-        int score = prepared.isUninstaller ? 0 : purpose.score(prepared.keywordStems);
+        int score = prepared.isUninstaller ? 0 : purpose.score(apps_[i].keywords);
         if (score > 0 && !except.contains(apps_[i].id)) {
             score += hasAny(prepared.nameStems, purpose.words) ? namedAfterIt : 0;
             found.push_back({i, score});

@@ -12,8 +12,8 @@
 
 namespace vellory {
 
-/// The installed apps made ready for planning: their keywords and names are reduced to stems once,
-/// and not for every need of every request. Making one costs about a microsecond for each app.
+/// The installed apps made ready for planning: their names are reduced to stems once, and not for
+/// every need of every request.
 class AskApps {
   public:
     AskApps() = default;
@@ -40,7 +40,6 @@ class AskApps {
 
   private:
     struct Prepared {
-        std::vector<std::string> keywordStems; ///< sorted, each once
         std::vector<std::string> nameStems;
         bool isUninstaller = false;
     };
