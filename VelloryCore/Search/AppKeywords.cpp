@@ -100,6 +100,14 @@ void addDocumentType(const PropertyList::Value& type, Keywords& out) {
     }
 }
 
+constexpr bool isAscii(char c) {
+    return static_cast<unsigned char>(c) < 0x80;
+}
+
+constexpr bool isAsciiLetterOrDigit(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+}
+
 bool isStopWord(std::string_view word) {
     return std::ranges::find(stopWords, word) != stopWords.end();
 }
@@ -118,12 +126,21 @@ std::vector<std::string> tokens(std::string_view text) {
         piece.clear();
         characters = 0;
     };
-    for (const std::string_view character : Text::graphemes(lower)) {
-        if (Text::isLetter(character) || Text::isNumber(character)) {
+    const auto take = [&](std::string_view character, bool belongs) {
+        if (belongs) {
             piece.append(character);
             ++characters;
         } else {
             finish();
+        }
+    };
+    if (std::ranges::all_of(lower, isAscii)) {
+        for (const char& c : lower) {
+            take({&c, 1}, isAsciiLetterOrDigit(c));
+        }
+    } else {
+        for (const std::string_view character : Text::graphemes(lower)) {
+            take(character, Text::isLetter(character) || Text::isNumber(character));
         }
     }
     finish();
