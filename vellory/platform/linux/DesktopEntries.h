@@ -46,6 +46,9 @@ class DesktopEntries {
     const std::map<BundleID, DesktopEntry>& all();
     const DesktopEntry* find(const BundleID& id);
 
+    /// As the last `read` found them; none before the first.
+    const std::map<BundleID, DesktopEntry>& lastRead() const { return entries_; }
+
     /// Grows with every `read`: whoever derives something from `all` sees that it is out of date.
     unsigned revision() const { return revision_; }
 
