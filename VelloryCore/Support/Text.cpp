@@ -115,8 +115,8 @@ bool standsAlone(UChar32 c) {
     }
 }
 
-/// Calls `visit(begin, end)` with the byte range of each grapheme cluster until it returns false, if
-/// every code point of `text` is one; else calls nothing and returns false.
+/// Calls `visit(begin, end)` with the byte range of each grapheme cluster until it returns false,
+/// if every code point of `text` is one; else calls nothing and returns false.
 template <class Visit>
 bool eachLoneCodePoint(std::string_view text, Visit visit) {
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());

@@ -28,10 +28,9 @@ class AppCatalogue {
     virtual std::vector<std::filesystem::path>
     roots(const std::vector<std::filesystem::path>& extraFolders) const = 0;
 
-    /// All apps below `roots`, one for each identifier (an earlier root wins), sorted by name in the
-    /// order of the user's language. A root that cannot be read contributes nothing.
-    virtual std::vector<InstalledApp>
-    scan(const std::vector<std::filesystem::path>& roots) = 0;
+    /// All apps below `roots`, one for each identifier (an earlier root wins), sorted by name in
+    /// the order of the user's language. A root that cannot be read contributes nothing.
+    virtual std::vector<InstalledApp> scan(const std::vector<std::filesystem::path>& roots) = 0;
 
     /// The app's App Store category, such as "public.app-category.developer-tools".
     virtual std::optional<std::string> category(const InstalledApp& app) const = 0;

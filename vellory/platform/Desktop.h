@@ -30,8 +30,9 @@ class Desktop {
 
     virtual void setActivationPolicy(ActivationPolicy policy) = 0;
 
-    /// What lies behind the windows of a display: the wallpaper, else a still of the screen; nothing
-    /// when neither can be had. Any thread but the main one: it may read and decode a large file.
+    /// What lies behind the windows of a display: the wallpaper, else a still of the screen;
+    /// nothing when neither can be had. Any thread but the main one: it may read and decode a large
+    /// file.
     virtual std::optional<Image> backdrop(const Area& display) const = 0;
 
     /// The badge texts that running apps ask for (such as a count of unread messages). Any thread.

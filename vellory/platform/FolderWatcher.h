@@ -12,8 +12,8 @@ class FolderWatcher {
   public:
     virtual ~FolderWatcher() = default;
 
-    /// Watches `folders` in place of those watched before; `changed` is called for every event, also
-    /// in bursts. Folders that are missing or may not be read are passed over.
+    /// Watches `folders` in place of those watched before; `changed` is called for every event,
+    /// also in bursts. Folders that are missing or may not be read are passed over.
     virtual void watch(const std::vector<std::filesystem::path>& folders,
                        std::function<void()> changed) = 0;
 };

@@ -84,8 +84,8 @@ bool AppWindows::noteEvent(const xcb_generic_event_t& event) {
 }
 
 void AppWindows::matchAnew() {
-    // What has not been read yet is not read for this: the first scan is on its way, and windows are
-    // matched anew after it.
+    // What has not been read yet is not read for this: the first scan is on its way, and windows
+    // are matched anew after it.
     const auto& entries = entries_->lastRead();
     if (matcher_ && matchedRevision_ == entries_->revision()) {
         return;
