@@ -51,6 +51,8 @@ TEST(EmojiSearch, WholeWordsComeFirstThenShorterNamesThenTheListsOrder) {
     EXPECT_TRUE(preferred(":heart", "heart with arrow", "smiling cat face with heart-shaped eyes"));
     EXPECT_TRUE(preferred(":heart", "beating heart", "heart with arrow"));
     EXPECT_TRUE(preferred(":heart", "broken heart", "sparkling heart"));
+    EXPECT_TRUE(preferred(":heart", "green heart", "broken heart")); // 1F49A and 1F494
+    EXPECT_TRUE(preferred(":heart", "yellow heart", "heart with arrow"));
     EXPECT_TRUE(preferred(":sun", "sun with face", "sunflower"));
     EXPECT_TRUE(preferred(":dog", "dog face", "guide dog"));
     // Equally long: "yellow heart" (1F49B) stands before "purple heart" (1F49C).
