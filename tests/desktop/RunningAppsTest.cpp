@@ -15,6 +15,7 @@
 #include <unistd.h>
 
 #include "DesktopSession.h"
+#include "FakeService.h"
 #include "PollLoop.h"
 #include "platform/linux/LinuxAppCatalogue.h"
 #include "platform/linux/LinuxRunningApps.h"
@@ -194,6 +195,101 @@ TEST_F(RunningAppsTest, EntryChoosesTheFolder) {
     EXPECT_EQ(open("there"), "");
     ASSERT_TRUE(becomesRunning("there"));
     EXPECT_EQ(session.report("there")["cwd"], "/usr");
+}
+
+TEST_F(RunningAppsTest, TerminalProgramsRunInTheUsersTerminal) {
+    // A terminal that opens no window of its own.
+    const auto terminal =
+        session.folder().write("bin/xdg-terminal-exec", "#!/bin/sh\nexec \"$@\"\n");
+    std::filesystem::permissions(terminal, std::filesystem::perms::owner_all);
+    const std::string path = std::getenv("PATH");
+    setenv("PATH", (terminal.parent_path().string() + ':' + path).c_str(), 1);
+    session.addApp("texts",
+                   "--class texts --report " + session.reportFile("texts").string() +
+                       " \"two words\"",
+                   "Terminal=true\n");
+    begin();
+    EXPECT_EQ(open("texts"), "");
+    ASSERT_TRUE(becomesRunning("texts"));
+    setenv("PATH", path.c_str(), 1);
+    EXPECT_THAT(session.report("texts")["argv"], HasSubstr("|two words|"));
+}
+
+TEST_F(RunningAppsTest, BusActivatableAppIsActivatedAndNotStarted) {
+    FakeService service(session, "org.test.Service");
+    session.addApp("org.test.Service", "--class never",
+                   "DBusActivatable=true\nActions=tidy;\n[Desktop Action tidy]\nName=Tidy\n");
+    session.addApp("org.test.Absent", "--class absent", "DBusActivatable=true\n");
+    begin();
+    EXPECT_EQ(open("org.test.Service"), "");
+    EXPECT_EQ(answerOf([&](auto done) { apps->perform(app("org.test.Service"), "tidy", done); }),
+              "");
+    const auto calls = service.calls();
+    ASSERT_EQ(calls.size(), 2U);
+    EXPECT_THAT(calls[0], StartsWith("/org/test/Service org.freedesktop.Application.Activate "));
+    EXPECT_THAT(calls[0], HasSubstr("'desktop-startup-id': <'vellory-"));
+    EXPECT_THAT(calls[0], HasSubstr("'activation-token': <'vellory-"));
+    EXPECT_THAT(calls[1], HasSubstr(".ActivateAction ('tidy', "));
+    EXPECT_EQ(open("org.test.Absent"), ""); // By its command.
+    EXPECT_TRUE(becomesRunning("org.test.Absent"));
+}
+
+TEST_F(RunningAppsTest, StartedAppGetsAScopeOfItsOwn) {
+    FakeService systemd(session, "org.freedesktop.systemd1");
+    session.addApp("org.test-er", "--class tester");
+    begin();
+    EXPECT_EQ(open("org.test-er"), "");
+    const auto tick = loop.every(0.01, [] {}); // The calls come on another thread.
+    ASSERT_TRUE(becomesRunning("org.test-er"));
+    ASSERT_TRUE(loop.runUntil([&] { return !systemd.calls().empty(); }));
+    const std::string pid = std::to_string(running("org.test-er")->pid);
+    EXPECT_THAT(systemd.calls()[0],
+                HasSubstr(".StartTransientUnit ('app-vellory-org.test\\\\x2der-" + pid +
+                          ".scope', 'fail', [('PIDs', <[uint32 " + pid + "]>)"));
+}
+
+TEST_F(RunningAppsTest, DesktopIsToldThatAnAppIsComing) {
+    session.addApp("announced", "--class announced", "StartupNotify=true\n");
+    session.addApp("unannounced", "--class unannounced");
+    session.folder().write("home/.local/share/applications/fails.desktop",
+                           "[Desktop Entry]\nType=Application\nName=A \"B\"\nExec=true\n"
+                           "StartupNotify=true\n");
+    begin();
+    const auto listener = X11Connection::open(session.environment().value("DISPLAY"));
+    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(listener->get(), listener->root(), XCB_CW_EVENT_MASK, &events);
+    listener->serverTime();
+    std::vector<std::string> messages;
+    bool isWhole = true;
+    const auto watch = loop.watchReadable(listener->fileDescriptor(), [&] {
+        for (const x11::Event& event : listener->takeEvents()) {
+            const auto* piece = reinterpret_cast<xcb_client_message_event_t*>(event.get());
+            if ((event->response_type & 0x7F) != XCB_CLIENT_MESSAGE || piece->format != 8) {
+                continue;
+            }
+            const std::string text(reinterpret_cast<const char*>(piece->data.data8), 20);
+            if (isWhole) {
+                messages.emplace_back();
+            }
+            messages.back() += text;
+            isWhole = text.find('\0') != std::string::npos;
+        }
+    });
+    open("unannounced");
+    ASSERT_TRUE(becomesRunning("unannounced"));
+    open("announced");
+    ASSERT_TRUE(loop.runUntil([&] { return messages.size() == 2 && isWhole; }));
+    std::filesystem::remove(app("fails").url);
+    session.folder().write("home/.local/share/applications/fails.desktop",
+                           "[Desktop Entry]\nType=Application\nName=F\nExec=/no/such/program\n"
+                           "StartupNotify=true\n");
+    EXPECT_NE(open("fails"), "");
+    ASSERT_TRUE(loop.runUntil([&] { return messages.size() == 4 && isWhole; }));
+    EXPECT_THAT(messages[0], StartsWith("new: ID=\"vellory-"));
+    EXPECT_THAT(messages[0], HasSubstr(" NAME=\"announced\" SCREEN=0 TIMESTAMP="));
+    EXPECT_THAT(messages[1], StartsWith("remove: ID=\"vellory-"));
+    EXPECT_THAT(messages[2], HasSubstr("NAME=\"A \\\"B\\\"\""));
+    EXPECT_THAT(messages[3], StartsWith("remove: ID=\"vellory-"));
 }
 
 TEST_F(RunningAppsTest, AppOutlivesTheLauncherAndNobodyIsLeftToReap) {

@@ -100,8 +100,9 @@ void wrapInTerminal(GKeyFile* entry) {
     }
     const std::string exec =
         DesktopEntryFile::text(entry, DesktopEntryFile::mainGroup, G_KEY_FILE_DESKTOP_KEY_EXEC);
-    const std::string command =
-        std::string(terminal->program) + ' ' + terminal->option + ' ' + exec;
+    const glib::Chars path(g_find_program_in_path(terminal->program));
+    const glib::Chars program(g_shell_quote(path.get()));
+    const std::string command = glib::text(program.get()) + ' ' + terminal->option + ' ' + exec;
     g_key_file_set_string(entry, DesktopEntryFile::mainGroup, G_KEY_FILE_DESKTOP_KEY_EXEC,
                           command.c_str());
     g_key_file_set_boolean(entry, DesktopEntryFile::mainGroup, G_KEY_FILE_DESKTOP_KEY_TERMINAL,
@@ -212,8 +213,7 @@ Launcher::Outcome Launcher::spawn(const Request& request, GKeyFile* entry) const
     std::string home = environment_.home().string();
     Outcome outcome;
     glib::Error error;
-    // Holds the bus that GIO asks for itself, so that it cannot end the program.
-    const auto bus = sessionBus(environment_);
+    const auto bus = tamedSharedBus(environment_);
     const auto environment = context(request);
     // Without DO_NOT_REAP_CHILD the process is a grandchild and init waits for it.
     const bool started = g_desktop_app_info_launch_uris_as_manager(

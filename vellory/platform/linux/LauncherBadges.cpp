@@ -4,6 +4,8 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/linux/SessionBus.h"
+
 namespace vellory {
 
 namespace {
@@ -25,8 +27,8 @@ std::optional<BundleID> appOf(std::string_view uri) {
 
 } // namespace
 
-LauncherBadges::LauncherBadges(std::optional<std::string> busAddress)
-    : busAddress_(std::move(busAddress)), context_(g_main_context_new()),
+LauncherBadges::LauncherBadges(SessionEnvironment environment)
+    : environment_(std::move(environment)), context_(g_main_context_new()),
       loop_(g_main_loop_new(context_.get(), FALSE)), thread_([this] { run(); }) {}
 
 LauncherBadges::~LauncherBadges() {
@@ -48,14 +50,7 @@ void LauncherBadges::run() {
     g_main_context_push_thread_default(context_.get());
     {
         // A connection of its own: closing it here ends all calls into this object.
-        const glib::Object<GDBusConnection> bus(
-            !busAddress_ ? nullptr
-                         : g_dbus_connection_new_for_address_sync(
-                               busAddress_->c_str(),
-                               static_cast<GDBusConnectionFlags>(
-                                   G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                   G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
-                               nullptr, nullptr, nullptr));
+        const auto bus = sessionBus(environment_);
         guint updates = 0;
         guint owners = 0;
         if (bus != nullptr) {

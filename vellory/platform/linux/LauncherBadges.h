@@ -3,12 +3,12 @@
 
 #include <map>
 #include <mutex>
-#include <optional>
 #include <string>
 #include <thread>
 
 #include "Board/InstalledApp.h"
 #include "platform/linux/GLibPointers.h"
+#include "platform/linux/SessionEnvironment.h"
 
 namespace vellory {
 
@@ -17,8 +17,7 @@ namespace vellory {
 /// count along. Nothing is collected without a bus.
 class LauncherBadges {
   public:
-    /// `busAddress` is where the session bus listens.
-    explicit LauncherBadges(std::optional<std::string> busAddress);
+    explicit LauncherBadges(SessionEnvironment environment);
     LauncherBadges(const LauncherBadges&) = delete;
     LauncherBadges& operator=(const LauncherBadges&) = delete;
     ~LauncherBadges();
@@ -37,7 +36,7 @@ class LauncherBadges {
     void update(const char* sender, GVariant* parameters);
     void forget(const std::string& sender);
 
-    const std::optional<std::string> busAddress_;
+    const SessionEnvironment environment_;
     glib::MainContext context_;
     glib::MainLoop loop_;
     mutable std::mutex mutex_;

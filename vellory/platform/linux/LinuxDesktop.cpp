@@ -9,7 +9,7 @@ namespace vellory {
 
 LinuxDesktop::LinuxDesktop(SessionEnvironment environment)
     : environment_(std::move(environment)),
-      badges_(std::make_unique<LauncherBadges>(environment_.busAddress())) {}
+      badges_(std::make_unique<LauncherBadges>(environment_)) {}
 
 LinuxDesktop::~LinuxDesktop() = default;
 

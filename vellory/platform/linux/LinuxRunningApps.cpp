@@ -99,7 +99,8 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
         const xcb_timestamp_t time = isConnected() ? connection_->serverTime() : 0;
         Start start;
         start.startupId = StartupNotification::freshId(time);
-        const glib::KeyFile entry = DesktopEntryFile::load(app.url);
+        const std::filesystem::path file = fileOf(app);
+        const glib::KeyFile entry = DesktopEntryFile::load(file);
         // Only an app that says so in its entry will end the announcement itself when its window
         // comes; the others would keep the pointer busy until they time out.
         start.isAnnounced =
@@ -107,9 +108,9 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
             DesktopEntryFile::flag(entry.get(), G_KEY_FILE_DESKTOP_KEY_STARTUP_NOTIFY);
         if (start.isAnnounced) {
             StartupNotification::begin(*connection_,
-                                       {start.startupId, app.name, app.url.string(), time});
+                                       {start.startupId, app.name, file.string(), time});
         }
-        const Launcher::Request request{app.bundleID, app.url, action, start.startupId};
+        const Launcher::Request request{app.bundleID, file, action, start.startupId};
         endStart(app.bundleID);
         start.timeout = scheduler_.after(startSeconds, [this, id = app.bundleID] { endStart(id); });
         starts_[app.bundleID] = std::move(start);
@@ -212,6 +213,15 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
             connection_->flush();
         }
         return !windows.empty();
+    }
+
+    /// The app's entry: where the last scan found it, once an update has moved what its link led
+    /// to.
+    std::filesystem::path fileOf(const InstalledApp& app) const {
+        std::error_code error;
+        const DesktopEntry* known =
+            std::filesystem::exists(app.url, error) ? nullptr : entries_->find(app.bundleID);
+        return known == nullptr ? app.url : known->file;
     }
 
     /// Whether a start of the app is under way whose window is still to come.
