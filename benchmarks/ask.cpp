@@ -8,6 +8,7 @@
 
 #include "Ask/AskFallback.h"
 #include "Ask/AskResolve.h"
+#include "Support/Text.h"
 
 using namespace vellory;
 
@@ -48,6 +49,7 @@ std::vector<Workspace> workspaces(std::int64_t count) {
     return out;
 }
 
+const Text::Collator collator("en_US");
 const std::vector<std::string> layouts(20, "Travel Layout");
 
 constexpr std::array requests{
@@ -72,13 +74,13 @@ void planFromScratch(benchmark::State& state) {
     for (auto _ : state) {
         benchmark::DoNotOptimize(
             AskFallback::plan(requests[static_cast<std::size_t>(state.range(0))],
-                              AskApps(installed), saved, layouts));
+                              AskApps(installed, collator), saved, layouts));
     }
 }
 BENCHMARK(planFromScratch)->Apply(sizes);
 
 void planWithAppsReady(benchmark::State& state) {
-    const AskApps ready(apps(state.range(1)));
+    const AskApps ready(apps(state.range(1)), collator);
     const auto saved = workspaces(state.range(1) / 5);
     for (auto _ : state) {
         benchmark::DoNotOptimize(AskFallback::plan(
@@ -89,7 +91,7 @@ BENCHMARK(planWithAppsReady)->Apply(sizes);
 
 /// A proposal of six needs and eight loose names.
 void completeProposal(benchmark::State& state) {
-    const AskApps ready(apps(state.range(0)));
+    const AskApps ready(apps(state.range(0)), collator);
     ProposedWorkspace proposal;
     proposal.needs = {"video meetings", "notes", "calendar", "email", "maps", "reading"};
     proposal.apps = {"Studio 7",        "\"notes studio\".",   "kalendar",

@@ -77,7 +77,8 @@ void checkPlan(const AskPlan& plan, const std::vector<AskApp>& apps) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view input(reinterpret_cast<const char*>(data), size);
     const auto list = appsFor(input);
-    const AskApps apps(list);
+    static const Text::Collator collator("en_US");
+    const AskApps apps(list, collator);
     Workspace saved;
     saved.name = std::string(input.substr(0, input.find('\n')));
     saved.items = {Workspace::Item::app("com.example.notes")};

@@ -123,7 +123,7 @@ bool AskApps::isBetter(const Candidate& a, const Candidate& b) const {
 }
 
 std::vector<const AskApp*> AskApps::rank(std::string_view need,
-                                         const std::set<BundleID>& except) const {
+                                         const std::set<BundleID>& except) const& {
     auto found = candidates(need, except);
     std::ranges::stable_sort(found, [&](const auto& a, const auto& b) { return isBetter(a, b); });
     std::vector<const AskApp*> ranked;
@@ -134,14 +134,14 @@ std::vector<const AskApp*> AskApps::rank(std::string_view need,
     return ranked;
 }
 
-const AskApp* AskApps::best(std::string_view need, const std::set<BundleID>& except) const {
+const AskApp* AskApps::best(std::string_view need, const std::set<BundleID>& except) const& {
     const auto found = candidates(need, except);
     const auto best = std::ranges::min_element(
         found, [&](const auto& a, const auto& b) { return isBetter(a, b); });
     return best != found.end() ? &apps_[best->index] : nullptr;
 }
 
-std::vector<const AskApp*> AskApps::named(const std::set<std::string>& stems) const {
+std::vector<const AskApp*> AskApps::named(const std::set<std::string>& stems) const& {
     std::vector<const AskApp*> found;
     for (std::size_t i = 0; !stems.empty() && i < apps_.size(); ++i) {
         if (!prepared_[i].isUninstaller && hasAny(prepared_[i].nameStems, stems)) {

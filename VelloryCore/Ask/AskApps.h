@@ -16,10 +16,8 @@ namespace vellory {
 /// every need of every request.
 class AskApps {
   public:
-    AskApps() = default;
     /// `collator` orders apps that fit equally well and are used equally often.
-    explicit AskApps(std::vector<AskApp> apps,
-                     Text::Collator collator = Text::Collator(std::string_view()));
+    AskApps(std::vector<AskApp> apps, Text::Collator collator);
 
     /// In the order given.
     const std::vector<AskApp>& all() const { return apps_; }
@@ -30,13 +28,17 @@ class AskApps {
     /// that say nothing ("tools").
     /// Pointers into `all()`.
     std::vector<const AskApp*> rank(std::string_view need,
-                                    const std::set<BundleID>& except = {}) const;
+                                    const std::set<BundleID>& except = {}) const&;
+    std::vector<const AskApp*> rank(std::string_view need,
+                                    const std::set<BundleID>& except = {}) const&& = delete;
 
     /// The first of `rank`; null when no app fits.
-    const AskApp* best(std::string_view need, const std::set<BundleID>& except) const;
+    const AskApp* best(std::string_view need, const std::set<BundleID>& except) const&;
+    const AskApp* best(std::string_view need, const std::set<BundleID>& except) const&& = delete;
 
     /// The apps, in the order given, whose name has a word with one of these stems; no uninstaller.
-    std::vector<const AskApp*> named(const std::set<std::string>& stems) const;
+    std::vector<const AskApp*> named(const std::set<std::string>& stems) const&;
+    std::vector<const AskApp*> named(const std::set<std::string>& stems) const&& = delete;
 
   private:
     struct Prepared {
@@ -54,7 +56,7 @@ class AskApps {
 
     std::vector<AskApp> apps_;
     std::vector<Prepared> prepared_;
-    Text::Collator collator_{std::string_view()};
+    Text::Collator collator_;
 };
 
 } // namespace vellory

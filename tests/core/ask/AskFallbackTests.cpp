@@ -19,8 +19,9 @@ AskApp app(std::string name, std::set<std::string> keywords, int uses = 0) {
 
 std::vector<std::string> ranked(const std::vector<AskApp>& apps, std::string_view need,
                                 const std::set<BundleID>& except = {}) {
+    const AskApps ready(apps, Text::Collator("en"));
     std::vector<std::string> names;
-    for (const AskApp* found : AskApps(apps).rank(need, except)) {
+    for (const AskApp* found : ready.rank(need, except)) {
         names.push_back(found->name);
     }
     return names;
@@ -29,7 +30,7 @@ std::vector<std::string> ranked(const std::vector<AskApp>& apps, std::string_vie
 std::optional<AskPlan> plan(std::string_view request, const std::vector<AskApp>& apps,
                             const std::vector<Workspace>& workspaces = {},
                             const std::vector<std::string>& layouts = {}) {
-    return AskFallback::plan(request, AskApps(apps), workspaces, layouts);
+    return AskFallback::plan(request, AskApps(apps, Text::Collator("en")), workspaces, layouts);
 }
 
 Workspace workspaceNamed(std::string name, std::uint8_t number) {

@@ -24,6 +24,10 @@ const std::vector<AskApp> installed{
     {"com.example.term", "Terminal", {"terminal"}, 9},
 };
 
+AskApps ready(std::vector<AskApp> apps) {
+    return AskApps(std::move(apps), Text::Collator("en"));
+}
+
 Workspace workspaceOf(std::string name, std::vector<BundleID> apps) {
     Workspace workspace;
     workspace.id = Uuid({7});
@@ -41,7 +45,7 @@ std::expected<AskPlan, ProposalError> completed(const ProposedWorkspace& proposa
                                                 std::string_view request = "the request",
                                                 const std::vector<Workspace>& workspaces = {},
                                                 const std::vector<std::string>& layouts = {}) {
-    return complete(proposal, request, AskApps(installed), workspaces, layouts,
+    return complete(proposal, request, ready(installed), workspaces, layouts,
                     [](std::string_view symbol) { return symbol == "video"; });
 }
 
@@ -257,7 +261,7 @@ TEST(ProposedWorkspace, IsReadStrictlyAndAgreesWithItsSchema) {
 }
 
 TEST(AskTools, FindAppsByPurposeThenTheThreeBestNames) {
-    const AskApps apps(installed);
+    const AskApps apps = ready(installed);
     EXPECT_EQ(AskTools::findApps("browser", apps), "Safari Technology Preview\nSafari");
     EXPECT_EQ(AskTools::findApps("safari", apps), "Safari\nSafari Technology Preview");
     EXPECT_EQ(AskTools::findApps("notes", apps), "Notes");
@@ -267,11 +271,11 @@ TEST(AskTools, FindAppsByPurposeThenTheThreeBestNames) {
     for (const char* name : {"music 1", "music 2", "music 3", "music 4"}) {
         many.push_back({name, name, {}, 0});
     }
-    EXPECT_EQ(AskTools::findApps("music", AskApps(many)), "music 1\nmusic 2\nmusic 3");
+    EXPECT_EQ(AskTools::findApps("music", ready(many)), "music 1\nmusic 2\nmusic 3");
     for (int i = 0; i < 9; ++i) {
         many.push_back({"p" + std::to_string(i), "Player " + std::to_string(i), {"music"}, i});
     }
-    EXPECT_EQ(AskTools::findApps("music", AskApps(many)),
+    EXPECT_EQ(AskTools::findApps("music", ready(many)),
               "Player 8\nPlayer 7\nPlayer 6\nPlayer 5\nPlayer 4\nPlayer 3\nPlayer 2\nPlayer 1");
 }
 
