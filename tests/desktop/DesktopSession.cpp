@@ -63,31 +63,6 @@ struct Pipe {
 
 } // namespace
 
-TemporaryFolder::TemporaryFolder() {
-    std::string name = (fs::temp_directory_path() / "vellory-test-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) {
-        throw std::runtime_error("no temporary folder");
-    }
-    path_ = fs::canonical(name);
-}
-
-TemporaryFolder::~TemporaryFolder() {
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-}
-
-fs::path TemporaryFolder::write(const fs::path& name, const std::string& content) const {
-    const fs::path file = path_ / name;
-    fs::create_directories(file.parent_path());
-    std::ofstream(file, std::ios::binary) << content;
-    return file;
-}
-
-std::string contentOf(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 DesktopSession::DesktopSession() {
     fs::create_directories(home());
     fs::create_directories(folder_.path() / "runtime");

@@ -9,27 +9,9 @@
 #include <sys/types.h>
 
 #include "platform/linux/SessionEnvironment.h"
+#include "support/TemporaryFolder.h"
 
 namespace vellory::test {
-
-/// A folder of its own for a test, deleted with all that is in it.
-class TemporaryFolder {
-  public:
-    TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    ~TemporaryFolder();
-
-    const std::filesystem::path& path() const { return path_; }
-    /// Writes a file below the folder, with the folders above it.
-    std::filesystem::path write(const std::filesystem::path& name,
-                                const std::string& content) const;
-
-  private:
-    std::filesystem::path path_;
-};
-
-std::string contentOf(const std::filesystem::path& file);
 
 /// A desktop for one test: an X server, a window manager and a session bus that nobody else sees,
 /// with an empty home folder. While it lives, this process is part of that session. Whatever still

@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 
 TEST(IconLibrary, CopiesStayInTheFolderWhateverTheIdentifierSays) {
     const TemporaryFolder folder;
-    const fs::path picture = folder.put("cat.png", "meow");
+    const fs::path picture = folder.write("cat.png", "meow");
     const IconLibrary icons(folder.path() / "Icons");
     const std::vector<BundleID> ids{"com.apple.Safari",
                                     "..",
@@ -51,7 +51,7 @@ TEST(IconLibrary, KeepsOrdinaryExtensionsOnly) {
         {"cat.jpeg", ".jpeg"}, {"cat.SVG", ".SVG"}, {"cat", ""},
         {"cat.", ""},          {"cat.p n", ""},     {"cat." + std::string(100, 'x'), ""}};
     for (const auto& [name, extension] : cases) {
-        const auto copy = icons.addCover(uuid(1), folder.put(name, name));
+        const auto copy = icons.addCover(uuid(1), folder.write(name, name));
         ASSERT_TRUE(copy);
         EXPECT_EQ(copy->filename(), "folder-" + uuid(1).string() + extension);
         EXPECT_EQ(contentOf(*copy), name);
@@ -63,7 +63,7 @@ TEST(IconLibrary, RefusesWhatIsNoFileOrTooLarge) {
     const IconLibrary icons(folder.path() / "Icons");
     const fs::path pipe = folder.path() / "pipe.png";
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-    const fs::path huge = folder.put("huge.png", "");
+    const fs::path huge = folder.write("huge.png", "");
     fs::resize_file(huge, IconLibrary::limit + 1);
 
     EXPECT_EQ(icons.addIcon("a", pipe).error(), std::errc::invalid_argument);
@@ -76,13 +76,13 @@ TEST(IconLibrary, RefusesWhatIsNoFileOrTooLarge) {
 
 TEST(IconLibrary, ALinkInTheFolderIsReplacedNotFollowed) {
     const TemporaryFolder folder;
-    const fs::path outside = folder.put("outside.png", "precious");
+    const fs::path outside = folder.write("outside.png", "precious");
     fs::create_directories(folder.path() / "Icons");
     const fs::path copy = folder.path() / "Icons" / ("folder-" + uuid(1).string() + ".png");
     fs::create_symlink(outside, copy);
 
     const IconLibrary icons(folder.path() / "Icons");
-    EXPECT_EQ(icons.addCover(uuid(1), folder.put("cat.png", "meow")), copy);
+    EXPECT_EQ(icons.addCover(uuid(1), folder.write("cat.png", "meow")), copy);
     EXPECT_EQ(contentOf(outside), "precious");
     EXPECT_EQ(contentOf(copy), "meow");
     EXPECT_FALSE(fs::is_symlink(copy));

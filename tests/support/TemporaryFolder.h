@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -21,7 +22,7 @@ class TemporaryFolder {
         if (::mkdtemp(pattern.data()) == nullptr) {
             throw std::runtime_error("no temporary folder");
         }
-        path_ = pattern;
+        path_ = std::filesystem::canonical(pattern);
     }
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
@@ -33,15 +34,12 @@ class TemporaryFolder {
     const std::filesystem::path& path() const { return path_; }
 
     /// Writes a file, and the folders above it, without any of the program's own code.
-    std::filesystem::path put(const std::filesystem::path& name, std::string_view content) const {
+    std::filesystem::path write(const std::filesystem::path& name, std::string_view content) const {
         const std::filesystem::path file = path_ / name;
         std::filesystem::create_directories(file.parent_path());
         std::ofstream(file, std::ios::binary)
             .write(content.data(), static_cast<std::streamsize>(content.size()));
         return file;
-    }
-    std::filesystem::path write(const std::filesystem::path& name, std::string_view content) const {
-        return put(name, content);
     }
 
   private:
@@ -67,4 +65,4 @@ inline std::vector<std::string> namesIn(const std::filesystem::path& folder) {
 
 namespace vellory {
 using test::TemporaryFolder;
-}
+} // namespace vellory

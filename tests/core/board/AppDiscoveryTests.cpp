@@ -35,8 +35,8 @@ struct AppDiscoveryTest : testing::Test {
 
     /// An app below the root; `more` are further members of its property list.
     fs::path bundle(const std::string& place, const std::string& id, const std::string& more = "") {
-        folder.put("Applications" / fs::path(place) / "Contents/Info.plist",
-                   xml(text("CFBundleIdentifier", id) + more));
+        folder.write("Applications" / fs::path(place) / "Contents/Info.plist",
+                     xml(text("CFBundleIdentifier", id) + more));
         return root / place;
     }
 
@@ -78,8 +78,8 @@ TEST_F(AppDiscoveryTest, FindsAppsInARootAndInTheFoldersDirectlyBelowIt) {
 
 TEST_F(AppDiscoveryTest, TheFirstCopyOfAnAppWins) {
     bundle("Mail.app", "mail");
-    folder.put("home/Mail.app/Contents/Info.plist", xml(text("CFBundleIdentifier", "mail")));
-    folder.put("home/Chess.app/Contents/Info.plist", xml(text("CFBundleIdentifier", "chess")));
+    folder.write("home/Mail.app/Contents/Info.plist", xml(text("CFBundleIdentifier", "mail")));
+    folder.write("home/Chess.app/Contents/Info.plist", xml(text("CFBundleIdentifier", "chess")));
     const fs::path home = folder.path() / "home";
     const auto apps = AppDiscovery::scan({folder.path() / "none", root, home, root}, english);
     EXPECT_THAT(apps, ElementsAre(InstalledApp{"chess", "Chess", fs::canonical(home) / "Chess.app"},
@@ -91,8 +91,8 @@ TEST_F(AppDiscoveryTest, AppsOfOneNameStayInTheOrderOfTheRoots) {
     std::vector<std::string> ids;
     for (const char* id : {"c", "a", "d", "b"}) {
         roots.push_back(folder.path() / id);
-        folder.put(fs::path(id) / "Chess.app/Contents/Info.plist",
-                   xml(text("CFBundleIdentifier", id)));
+        folder.write(fs::path(id) / "Chess.app/Contents/Info.plist",
+                     xml(text("CFBundleIdentifier", id)));
     }
     for (const InstalledApp& app : AppDiscovery::scan(roots, english)) {
         ids.push_back(app.bundleID);
@@ -101,7 +101,7 @@ TEST_F(AppDiscoveryTest, AppsOfOneNameStayInTheOrderOfTheRoots) {
 }
 
 TEST_F(AppDiscoveryTest, ALinkGivesTheNameAndItsTargetThePlace) {
-    folder.put("Store/1.2/Inner.app/Contents/Info.plist", xml(text("CFBundleIdentifier", "x")));
+    folder.write("Store/1.2/Inner.app/Contents/Info.plist", xml(text("CFBundleIdentifier", "x")));
     fs::create_directories(root);
     fs::create_directory_symlink("../Store/1.2/Inner.app", root / "Shown.app");
     fs::create_directory_symlink("nowhere.app", root / "Broken.app");
@@ -121,11 +121,11 @@ TEST_F(AppDiscoveryTest, OnlyBundlesThatCanBeLaunchedAreApps) {
     bundle("BackgroundOne.app", "b2", "<key>LSBackgroundOnly</key><integer>1</integer>");
     bundle("BackgroundYes.app", "b3", text("LSBackgroundOnly", "YES"));
     bundle("Nameless.app", "");
-    folder.put("Applications/NoId.app/Contents/Info.plist", xml(text("CFBundleName", "NoId")));
-    folder.put("Applications/NumberId.app/Contents/Info.plist",
-               xml("<key>CFBundleIdentifier</key><integer>7</integer>"));
-    folder.put("Applications/Flat.app/Info.plist", xml(text("CFBundleIdentifier", "flat")));
-    folder.put("Applications/File.app", xml(text("CFBundleIdentifier", "file")));
+    folder.write("Applications/NoId.app/Contents/Info.plist", xml(text("CFBundleName", "NoId")));
+    folder.write("Applications/NumberId.app/Contents/Info.plist",
+                 xml("<key>CFBundleIdentifier</key><integer>7</integer>"));
+    folder.write("Applications/Flat.app/Info.plist", xml(text("CFBundleIdentifier", "flat")));
+    folder.write("Applications/File.app", xml(text("CFBundleIdentifier", "file")));
     fs::create_directories(root / "Empty.app/Contents");
     EXPECT_THAT(names(), ElementsAre("Agent", "Flat", "Front", "Plain", "Zero"));
 }
@@ -135,7 +135,7 @@ TEST_F(AppDiscoveryTest, BinaryPropertyListsAreRead) {
     const auto key = list.addText("CFBundleIdentifier");
     const auto value = list.addText("binary");
     const auto top = list.addDictionary({{key, value}});
-    folder.put("Applications/Binary.app/Contents/Info.plist", list.bytes(top));
+    folder.write("Applications/Binary.app/Contents/Info.plist", list.bytes(top));
     EXPECT_THAT(names(), ElementsAre("Binary"));
 }
 
@@ -155,7 +155,8 @@ TEST_F(AppDiscoveryTest, BadPropertyListsHideTheirBundleOnly) {
          {std::string(), std::string("\x00\x01garbage\xff", 10), std::string("bplist00"),
           std::string("bplist00") + std::string(40, '\xff'), good.substr(0, good.size() / 2), deep,
           deepList.bytes(inner), std::string("<plist><array/></plist>")}) {
-        folder.put("Applications/Bad" + std::to_string(++number) + ".app/Contents/Info.plist", bad);
+        folder.write("Applications/Bad" + std::to_string(++number) + ".app/Contents/Info.plist",
+                     bad);
     }
     ASSERT_EQ(::mkfifo((root / "Bad1.app/Info.plist").c_str(), 0600), 0); // would wait for ever
     bundle("Good.app", "good");
@@ -167,7 +168,7 @@ TEST_F(AppDiscoveryTest, ARootThatCannotBeListedContributesNothing) {
     bundle("Closed/App.app", "closed");
     fs::permissions(folder.path(), fs::perms::all);
     fs::permissions(root / "Closed", fs::perms::none);
-    folder.put("file", "");
+    folder.write("file", "");
     EXPECT_EQ(inChild([&] {
                   if (!becomeNobody()) {
                       return 1;
@@ -183,9 +184,9 @@ TEST_F(AppDiscoveryTest, ARootThatCannotBeListedContributesNothing) {
 TEST_F(AppDiscoveryTest, ABundleGoesByItsLocalizedNameUntilItsFileIsRenamed) {
     const auto localize = [&](const std::string& app, const std::string& spelling,
                               const std::string& name) {
-        folder.put("Applications/" + app + "/Contents/Resources/" + spelling +
-                       ".lproj/InfoPlist.strings",
-                   xml(text("CFBundleDisplayName", name)));
+        folder.write("Applications/" + app + "/Contents/Resources/" + spelling +
+                         ".lproj/InfoPlist.strings",
+                     xml(text("CFBundleDisplayName", name)));
     };
     bundle("Calculator.app", "calc", text("CFBundleName", "Calculator"));
     localize("Calculator.app", "de", "Rechner");
@@ -193,8 +194,8 @@ TEST_F(AppDiscoveryTest, ABundleGoesByItsLocalizedNameUntilItsFileIsRenamed) {
     bundle("My Notes.app", "notes", text("CFBundleDisplayName", "Notes"));
     localize("My Notes.app", "de", "Notizen");
     bundle("Maps.app", "maps", text("CFBundleDisplayName", "Maps") + text("CFBundleName", "Other"));
-    folder.put("Applications/Maps.app/Contents/Resources/InfoPlist.loctable",
-               xml("<key>de</key><dict>" + text("CFBundleName", "Karten") + "</dict>"));
+    folder.write("Applications/Maps.app/Contents/Resources/InfoPlist.loctable",
+                 xml("<key>de</key><dict>" + text("CFBundleName", "Karten") + "</dict>"));
 
     EXPECT_THAT(names(), ElementsAre("Calculator", "Maps", "My Notes"));
     EXPECT_THAT(names({"de-AT", "en"}), ElementsAre("Karten", "My Notes", "Rechner"));

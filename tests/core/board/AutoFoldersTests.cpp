@@ -80,9 +80,9 @@ TEST(AutoFolders, GroupsAppsByTitleAndLeavesSmallGroupsLoose) {
 TEST(AutoFolders, TheCategoryIsWhatTheBundleDeclares) {
     const TemporaryFolder folder;
     const auto declared = [&](const std::string& value) {
-        folder.put("a.app/Contents/Info.plist",
-                   "<plist version=\"1.0\"><dict><key>LSApplicationCategoryType</key>" + value +
-                       "</dict></plist>");
+        folder.write("a.app/Contents/Info.plist",
+                     "<plist version=\"1.0\"><dict><key>LSApplicationCategoryType</key>" + value +
+                         "</dict></plist>");
         return AutoFolders::categoryOf({"a", "A", folder.path() / "a.app"});
     };
     EXPECT_EQ(declared("<string>public.app-category.news</string>"), "public.app-category.news");

@@ -79,13 +79,13 @@ TEST_F(BoardStoreTest, OnlyAChangeWithAReasonGrowsTheHistory) {
 
 TEST_F(BoardStoreTest, TheHistoryHoldsTheFileAsItStood) {
     const std::string byHand = "{ \"tiles\" : [ ],\r\n \"mine\" : 1 }\n";
-    folder.put("vellory/layout.json", byHand);
+    folder.write("vellory/layout.json", byHand);
     change("a", "Moved");
     EXPECT_EQ(contentOf(store.snapshots().at(0).url), byHand);
 }
 
 TEST_F(BoardStoreTest, KeepsTheNewestSixtyAndNoStranger) {
-    folder.put("vellory/LayoutHistory/notes.json", "");
+    folder.write("vellory/LayoutHistory/notes.json", "");
     for (int i = 0; i <= 60; ++i) { // the first save has no history
         change("app" + std::to_string(i), "Moved");
     }
@@ -146,7 +146,7 @@ TEST_F(BoardStoreTest, HistoryNamesAreReadByTheirNumberAndStrangersPassedOver) {
           "notes.txt", "5_Moved.txt", "5.json", "_Moved.json", "x5_Moved.json", "5x_Moved.json",
           " 5_Moved.json", "+5_Moved.json", "0x5_Moved.json", "nan_Moved.json", "inf_Moved.json",
           "1e999_Moved.json", ".json", "5_Moved.JSON", "5_Moved.json.bak"}) {
-        folder.put(fs::path("vellory/LayoutHistory") / name, "{\"tiles\": []}");
+        folder.write(fs::path("vellory/LayoutHistory") / name, "{\"tiles\": []}");
     }
     fs::create_directories(paths.layoutHistory() / "9_Folder.json" / "inside");
     fs::create_symlink("/nowhere", paths.layoutHistory() / "8_Link.json");
@@ -159,7 +159,7 @@ TEST_F(BoardStoreTest, HistoryNamesAreReadByTheirNumberAndStrangersPassedOver) {
 }
 
 TEST_F(BoardStoreTest, AHistoryFileThatWentBadGivesNoBoard) {
-    folder.put("vellory/LayoutHistory/1_a.json", "{\"tiles\": [");
+    folder.write("vellory/LayoutHistory/1_a.json", "{\"tiles\": [");
     BoardStore::Snapshot entry = store.snapshots().at(0);
     EXPECT_EQ(store.boardIn(entry), std::nullopt);
     entry.url = folder.path() / "gone.json";
@@ -169,17 +169,17 @@ TEST_F(BoardStoreTest, AHistoryFileThatWentBadGivesNoBoard) {
 TEST_F(BoardStoreTest, AFileThatIsNoBoardReadsAsNothingAndIsKeptBesideOnce) {
     for (const char* text : {"", "{\"tiles\": [", "[]", "{\"tiles\": [{\"app\": 1, \"b\": 2}]}",
                              "{\"tiles\": [], \"hidden\": [\"\xff\"]}"}) {
-        folder.put("vellory/layout.json", text);
+        folder.write("vellory/layout.json", text);
         EXPECT_EQ(store.read(), std::unexpected(BoardStore::ReadError::unreadable)) << text;
         EXPECT_EQ(store.load(), std::nullopt) << text;
         EXPECT_EQ(layout(), text); // reading changes nothing
     }
     EXPECT_THAT(namesIn(paths.support()), ElementsAre("layout.json"));
 
-    folder.put("vellory/layout.json", "first");
+    folder.write("vellory/layout.json", "first");
     change("a", std::nullopt);
     EXPECT_EQ(store.load(), board({app("a")}));
-    folder.put("vellory/layout.json", "second");
+    folder.write("vellory/layout.json", "second");
     change("b", "Moved"); // the history keeps this one
     EXPECT_EQ(contentOf(paths.support() / "layout.json.unreadable"), "first");
     EXPECT_EQ(contentOf(store.snapshots().at(0).url), "second");
@@ -188,7 +188,7 @@ TEST_F(BoardStoreTest, AFileThatIsNoBoardReadsAsNothingAndIsKeptBesideOnce) {
 }
 
 TEST_F(BoardStoreTest, AFileThatMayNotBeReadIsKeptBeside) {
-    folder.put("vellory/layout.json", "secret");
+    folder.write("vellory/layout.json", "secret");
     fs::permissions(paths.layout(), fs::perms::none);
     for (const auto& place : {folder.path(), paths.support()}) {
         fs::permissions(place, fs::perms::all);
@@ -227,7 +227,7 @@ TEST_F(BoardStoreTest, AFailedSaveLeavesEverythingAsItWas) {
     EXPECT_THAT(history(), IsEmpty()); // else tries that fail would push the history out
 
     fs::remove_all(paths.layoutHistory());
-    folder.put("vellory/LayoutHistory", "a file in the folder's place");
+    folder.write("vellory/LayoutHistory", "a file in the folder's place");
     EXPECT_FALSE(store.save(large, "Moved"));
     EXPECT_EQ(layout(), before);
 

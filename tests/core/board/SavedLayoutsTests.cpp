@@ -45,11 +45,11 @@ TEST(SavedLayouts, NamesAreListedAsADesktopListsThem) {
         ASSERT_TRUE(layouts.save({}, name));
     }
     // What is no saved layout: other files, folders, and names that lead to another file.
-    home.put("notes.txt", "");
-    home.put(".json", "{}");
-    home.put("a:b.json", "{}");
-    home.put("tab\t.json", "{}");
-    home.put("bad\xff.json", "{}");
+    home.write("notes.txt", "");
+    home.write(".json", "{}");
+    home.write("a:b.json", "{}");
+    home.write("tab\t.json", "{}");
+    home.write("bad\xff.json", "{}");
     std::filesystem::create_directory(home.path() / "folder.json");
     EXPECT_THAT(layouts.names(english),
                 ElementsAre(".hidden", "Éclair", "eclipse", "work", "Work 2", "work 10", "zebra"));
@@ -112,11 +112,11 @@ TEST(SavedLayouts, FileThatIsNoBoardLoadsAsNothing) {
     const TemporaryFolder home;
     const SavedLayouts layouts(home.path());
     for (const char* text : {"", "[]", "{}", "{\"tiles\":[]", "{\"tiles\":[{\"app\":1}]}"}) {
-        home.put("Work.json", text);
+        home.write("Work.json", text);
         EXPECT_EQ(layouts.load("Work"), std::nullopt) << text;
     }
     // A folder that is a file cannot be saved into.
-    home.put("file", "");
+    home.write("file", "");
     EXPECT_FALSE(SavedLayouts(home.path() / "file").save({}, "Work"));
 }
 

@@ -214,7 +214,7 @@ TEST_F(DeskHistoryTest, UnreadableDayIsPassedOverAndKeptOnceWhenOverwritten) {
     ASSERT_TRUE(append(desk(at(6, 10))));
     for (const std::string& text : faultyDays()) {
         std::filesystem::remove(kept);
-        parent.put(file, text);
+        parent.write(file, text);
         EXPECT_THAT(dates(history.all()), ElementsAre(at(6, 10))) << text.substr(0, 80);
         EXPECT_TRUE(append(desk(at(7, 10))));
         EXPECT_EQ(AtomicFile::read(kept), text);
@@ -225,7 +225,7 @@ TEST_F(DeskHistoryTest, UnreadableDayIsPassedOverAndKeptOnceWhenOverwritten) {
 }
 
 TEST_F(DeskHistoryTest, KeysOfLaterVersionsAndOddNumbersAreRead) {
-    parent.put(
+    parent.write(
         folder / "any name.json",
         R"([{"date":1e300,"apps":[],"hidden":[],"windows":[{"bundleID":"../../a","index":-7.0,
                    "frame":{"x":-1e300,"y":0,"width":-1,"height":0,"z":[{}]},"screenName":null}],
@@ -242,7 +242,7 @@ TEST_F(DeskHistoryTest, AllReadsEveryDayInOrderAndOnlyJsonFiles) {
     for (const int day : {9, 7, 8}) {
         ASSERT_TRUE(append(desk(at(day, 10))));
     }
-    parent.put(folder / "2026-03-10.txt", content("2026-03-09.json"));
+    parent.write(folder / "2026-03-10.txt", content("2026-03-09.json"));
     std::filesystem::create_directories(folder / "2026-03-11.json");
     EXPECT_THAT(dates(history.all()), ElementsAre(at(7, 10), at(8, 10), at(9, 10)));
 }
@@ -251,10 +251,10 @@ TEST_F(DeskHistoryTest, PruneKeepsTheLastDaysToTheSecond) {
     for (const Date date : {at(3, 9), at(7, 11, 59), at(7, 12), at(14, 11)}) {
         ASSERT_TRUE(append(desk(date, Reason::manual)));
     }
-    parent.put(folder / "2026-03-01.json", "no day");
-    parent.put(folder / "2026-03-02.json", "[]");
-    parent.put(folder / "2026-03-06.json.unreadable", "x");
-    parent.put(folder / "2026-03-07.json.unreadable", "x");
+    parent.write(folder / "2026-03-01.json", "no day");
+    parent.write(folder / "2026-03-02.json", "[]");
+    parent.write(folder / "2026-03-06.json.unreadable", "x");
+    parent.write(folder / "2026-03-07.json.unreadable", "x");
     const std::string young = content("2026-03-14.json");
     history.prune(Date{nan});
     EXPECT_THAT(history.all(), SizeIs(4));
@@ -283,7 +283,7 @@ TEST_F(DeskHistoryTest, ForgettingDeletesTheFolderAndWhatALinkStandsFor) {
 }
 
 TEST_F(DeskHistoryTest, WritingFailuresAreReportedAndLoseNothing) {
-    parent.put(folder, "a file where the folder should be");
+    parent.write(folder, "a file where the folder should be");
     EXPECT_FALSE(history.append(desk(at(7, 10))));
     std::filesystem::remove(folder);
     ASSERT_TRUE(append(desk(at(7, 10))));

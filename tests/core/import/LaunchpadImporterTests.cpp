@@ -65,7 +65,7 @@ TEST(LaunchpadImporter, ErrorsSayWhatTheyAreAbout) {
               (ImportError{ImportError::Kind::notFound, missing.string()}));
     EXPECT_EQ(importLayout(folder.path()).error(),
               (ImportError{ImportError::Kind::unreadable, folder.path().string()}));
-    EXPECT_EQ(importLayout(folder.put("text", std::string(2000, 'x'))).error(),
+    EXPECT_EQ(importLayout(folder.write("text", std::string(2000, 'x'))).error(),
               (ImportError{ImportError::Kind::unreadable, "file is not a database"}));
 }
 
@@ -157,7 +157,7 @@ TEST(LaunchpadImporter, ADatabaseCutAnywhereGivesRowsOrAnError) {
     ASSERT_TRUE(everything);
     EXPECT_EQ(everything->appCount(), 60U);
     for (std::size_t length = 0; length < whole.size(); length += 101) {
-        const auto layout = importLayout(folder.put("cut", whole.substr(0, length)));
+        const auto layout = importLayout(folder.write("cut", whole.substr(0, length)));
         if (layout) {
             EXPECT_LE(layout->appCount(), 60U);
         } else {

@@ -136,12 +136,12 @@ TEST(RivalImport, BundleTellsItsOwnIdentifier) {
     const TemporaryFolder folder;
     const std::string list = "<plist><dict><key>CFBundleIdentifier</key>%</dict></plist>";
     const auto put = [&](const std::string& file, const std::string& value) {
-        folder.put(file, std::string(list).replace(list.find('%'), 1, value));
+        folder.write(file, std::string(list).replace(list.find('%'), 1, value));
     };
     put("A.app/Contents/Info.plist", "<string>com.example.a</string>");
     put("Number.app/Contents/Info.plist", "<integer>3</integer>");
     put("Empty.app/Contents/Info.plist", "<string></string>");
-    folder.put("Broken.app/Contents/Info.plist", "?");
+    folder.write("Broken.app/Contents/Info.plist", "?");
     fs::create_directory(folder.path() / "Bare.app");
     const auto idOf = [&](const char* name) {
         return bundleIDAtPath((folder.path() / name).string());
@@ -164,7 +164,7 @@ TEST(RivalImport, LaunchersAreDetectedByAnyOfTheirPlaces) {
     fs::create_directories(support / "BuhoLaunchpad");
     EXPECT_THAT(detected(home.path()),
                 ElementsAre(Source::launchie, Source::buho, Source::launchMe));
-    home.put("Library/Application Support/LaunchNext/Data.store", "");
+    home.write("Library/Application Support/LaunchNext/Data.store", "");
     fs::create_directories(support / "AppGrid");
     fs::create_directories(support / "LaunchOS");
     EXPECT_THAT(detected(home.path()), testing::ElementsAreArray(allSources));
@@ -178,14 +178,14 @@ TEST(RivalImport, PlacesAreTriedUntilOneGivesApps) {
         return drawn(importLayout(source, home.path(), testApps));
     };
     EXPECT_EQ(imported(Source::launchie), "nothingFound");
-    home.put(support + "Launchie/a.json", "[]");
+    home.write(support + "Launchie/a.json", "[]");
     EXPECT_EQ(imported(Source::launchie), "nothingFound");
-    home.put(container + "b.json", "[\"com.example.from.container\"]");
+    home.write(container + "b.json", "[\"com.example.from.container\"]");
     EXPECT_EQ(imported(Source::launchie), "com.example.from.container");
-    home.put(support + "Launchie/a.json", "[\"com.example.from.support\"]");
+    home.write(support + "Launchie/a.json", "[\"com.example.from.support\"]");
     EXPECT_EQ(imported(Source::launchie), "com.example.from.support");
 
-    home.put(support + "LaunchNext/Data.store", "[\"com.example.no.database\"]");
+    home.write(support + "LaunchNext/Data.store", "[\"com.example.no.database\"]");
     EXPECT_EQ(imported(Source::launchNext), "nothingFound");
 }
 
@@ -193,24 +193,25 @@ TEST(RivalImport, FolderIsSearchedForTheLargestBackupWithApps) {
     const TemporaryFolder folder;
     const auto imported = [&] { return drawn(importFile(folder.path(), testApps)); };
     EXPECT_EQ(imported(), "nothingFound");
-    folder.put("notes.txt", "[\"com.example.other.extension\"]" + std::string(5000, ' '));
+    folder.write("notes.txt", "[\"com.example.other.extension\"]" + std::string(5000, ' '));
     EXPECT_EQ(imported(), "nothingFound");
-    folder.put("small.json", "[\"com.example.small.one\"]");
+    folder.write("small.json", "[\"com.example.small.one\"]");
     EXPECT_EQ(imported(), "com.example.small.one");
-    folder.put("below/further/large.BACKUP", "[\"com.example.large.one\"]" + std::string(500, ' '));
+    folder.write("below/further/large.BACKUP",
+                 "[\"com.example.large.one\"]" + std::string(500, ' '));
     EXPECT_EQ(imported(), "com.example.large.one");
-    folder.put("empty.plist", "[]" + std::string(1000, ' '));
-    folder.put("broken.launchie", std::string(2000, '['));
+    folder.write("empty.plist", "[]" + std::string(1000, ' '));
+    folder.write("broken.launchie", std::string(2000, '['));
     EXPECT_EQ(imported(), "com.example.large.one");
     // Equal in size: the path decides.
-    folder.put("a.json", "[\"com.example.equal.one\"]" + std::string(500, ' '));
+    folder.write("a.json", "[\"com.example.equal.one\"]" + std::string(500, ' '));
     EXPECT_EQ(imported(), "com.example.equal.one");
 }
 
 TEST(RivalImport, FolderSearchEndsAndStaysInside) {
     const TemporaryFolder folder;
-    folder.put("inside/a.json", "[\"com.example.inside.a\"]");
-    folder.put("outside/large.json", "[\"com.example.outside.a\"]" + std::string(500, ' '));
+    folder.write("inside/a.json", "[\"com.example.inside.a\"]");
+    folder.write("outside/large.json", "[\"com.example.outside.a\"]" + std::string(500, ' '));
     fs::create_directory_symlink("..", folder.path() / "inside/up");
     fs::create_directory_symlink(".", folder.path() / "inside/self");
     fs::create_symlink("nowhere", folder.path() / "inside/dangling.json");
@@ -234,7 +235,7 @@ TEST(RivalImport, ChosenFileIsReadByItsExtension) {
     EXPECT_EQ(imported(folder.path() / "Data.store"), "com.example.an.app");
     EXPECT_EQ(imported(folder.path() / "Empty.store"), "nothingFound");
     EXPECT_EQ(imported(folder.path() / "Data.backup"), "unreadable");
-    EXPECT_EQ(imported(folder.put("export", "[\"com.example.an.app\"]")), "com.example.an.app");
+    EXPECT_EQ(imported(folder.write("export", "[\"com.example.an.app\"]")), "com.example.an.app");
     EXPECT_EQ(imported(folder.path() / "missing.json"), "unreadable");
     EXPECT_EQ(imported(folder.path() / "missing.store"), "unreadable");
 }

@@ -39,7 +39,7 @@ TEST(AtomicFile, WritesAndReadsAnyBytes) {
 
 TEST(AtomicFile, ReadsOnlyRegularFilesOfABearableSize) {
     const TemporaryFolder folder;
-    const fs::path file = folder.put("file", "12345");
+    const fs::path file = folder.write("file", "12345");
     EXPECT_EQ(AtomicFile::read(file, 5), "12345");
     EXPECT_EQ(AtomicFile::read(file, 4).error(), std::errc::file_too_large);
     EXPECT_EQ(AtomicFile::read(folder.path() / "none").error(),
@@ -52,7 +52,7 @@ TEST(AtomicFile, ReadsOnlyRegularFilesOfABearableSize) {
 
 TEST(AtomicFile, KeepsTheModeAndTheLinkOfWhatItReplaces) {
     const TemporaryFolder folder;
-    const fs::path target = folder.put("real/file", "old");
+    const fs::path target = folder.write("real/file", "old");
     const fs::path link = folder.path() / "link";
     fs::create_symlink("real/file", link);
     fs::permissions(target, static_cast<fs::perms>(0640));
@@ -74,7 +74,7 @@ TEST(AtomicFile, AFileNameMayBeAsLongAsTheFileSystemAllows) {
 
 TEST(AtomicFile, AFailureLeavesTheOldFileAndNothingElse) {
     const TemporaryFolder folder;
-    const fs::path file = folder.put("file", "old");
+    const fs::path file = folder.write("file", "old");
     fs::create_directories(folder.path() / "folder" / "inside");
     EXPECT_EQ(writeError(folder.path() / "none" / "file", "new"),
               std::errc::no_such_file_or_directory);
@@ -141,7 +141,7 @@ TEST(AtomicFile, CreatesFoldersWithTheirParents) {
     EXPECT_TRUE(AtomicFile::createFolder(folder.path() / "a/b/c"));
     EXPECT_TRUE(fs::is_directory(folder.path() / "a/b/c"));
     EXPECT_TRUE(AtomicFile::createFolder(fs::path("plain").parent_path()));
-    folder.put("file", "");
+    folder.write("file", "");
     EXPECT_EQ(AtomicFile::createFolder(folder.path() / "file/b").error(),
               std::errc::not_a_directory);
 }
@@ -151,9 +151,9 @@ TEST(AtomicFile, KeepsTheOldestUnreadableCopy) {
     const fs::path file = folder.path() / "file";
     AtomicFile::keepUnreadable(file);
     EXPECT_THAT(namesIn(folder.path()), ElementsAre());
-    folder.put("file", "first");
+    folder.write("file", "first");
     AtomicFile::keepUnreadable(file);
-    folder.put("file", "second");
+    folder.write("file", "second");
     AtomicFile::keepUnreadable(file);
     EXPECT_EQ(contentOf(folder.path() / "file.unreadable"), "first");
     EXPECT_THAT(namesIn(folder.path()), ElementsAre("file", "file.unreadable"));
@@ -161,7 +161,7 @@ TEST(AtomicFile, KeepsTheOldestUnreadableCopy) {
 
 TEST(AtomicFile, AnUnreadableFileIsKeptWholeOnAFullDisk) {
     const TemporaryFolder folder;
-    const fs::path file = folder.put("file", std::string(100'000, 'x'));
+    const fs::path file = folder.write("file", std::string(100'000, 'x'));
     EXPECT_EQ(inChild([&] {
                   if (!limitFileSize(1'000)) {
                       return 1;

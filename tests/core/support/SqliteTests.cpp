@@ -84,7 +84,7 @@ TEST(Sqlite, SaysWhyAFileCannotBeQueried) {
     for (const std::string& bytes :
          {std::string(), std::string("no database, but a text that is long enough to be one"),
           std::string(5000, '\0'), good.substr(0, 40), good.substr(0, 100)}) {
-        const auto database = Database::open(folder.put("bad", bytes));
+        const auto database = Database::open(folder.write("bad", bytes));
         ASSERT_TRUE(database);
         const auto statement = database->prepare("SELECT x FROM t");
         ASSERT_FALSE(statement) << bytes.size();
@@ -262,7 +262,7 @@ TEST(Sqlite, DamageAnywhereEndsTheRowsAndNothingElse) {
             if (!isCut) {
                 bad[place] = static_cast<char>(~bad[place]);
             }
-            const auto database = Database::open(folder.put("bad", bad));
+            const auto database = Database::open(folder.write("bad", bad));
             ASSERT_TRUE(database);
             auto statement = database->prepare("SELECT x, y FROM t");
             std::size_t rows = 0;
