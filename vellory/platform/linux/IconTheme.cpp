@@ -294,7 +294,9 @@ std::string currentIconTheme(const SessionEnvironment& environment) {
             }
         }
     }
-    return "hicolor";
+    // What toolkits show when nobody has chosen; "hicolor" alone has the icons of apps only. A theme
+    // that is not installed is an empty one.
+    return "Adwaita";
 }
 
 } // namespace vellory
