@@ -19,8 +19,8 @@ namespace vellory::RivalImport {
 /// but apps. What is left stands on one page.
 ///
 /// Memory stays within a small multiple of the bytes whatever they hold. A backup that nests deeper
-/// than 256 levels, lists more apps than fit in 96 MB (600,000 and more) or, as a property list, holds
-/// more than 600,000 values is unreadable.
+/// than 256 levels, lists more apps than fit in 96 MB (600,000 and more) or, as a property list,
+/// holds more than 600,000 values is unreadable.
 Result layoutInBackup(std::string_view bytes, const Resolver& resolver);
 
 } // namespace vellory::RivalImport
