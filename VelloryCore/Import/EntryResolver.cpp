@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Import/EntryResolver.h"
 
-#include <algorithm>
-
+#include "Support/Link.h"
 #include "Support/Text.h"
 
 namespace vellory::RivalImport {
@@ -12,39 +11,14 @@ namespace {
 /// Longer texts name no app: paths and identifiers end well before.
 constexpr std::size_t maxLength = 4096;
 
-std::optional<int> hexDigit(char c) {
-    if (c >= '0' && c <= '9') {
-        return c - '0';
-    }
-    const char lower = static_cast<char>(c | 0x20);
-    return lower >= 'a' && lower <= 'f' ? std::optional(lower - 'a' + 10) : std::nullopt;
-}
-
 /// The path that a file link leads to; nothing for a link with broken escapes, or whose path would
-/// hold a zero byte or no UTF-8.
-std::optional<std::string> pathOfFileLink(std::string_view link) {
-    constexpr std::string_view scheme = "file://";
-    link.remove_prefix(scheme.size());
-    link = link.substr(0, link.find_first_of("?#"));
-    const std::size_t pathStart = link.find('/'); // a host may stand before it
-    if (pathStart == std::string_view::npos) {
+/// hold a zero byte or no UTF-8. Spaces and letters that ought to be escaped may stand as they are.
+std::optional<std::string> pathOfFileLink(std::string_view text) {
+    if (!Link::decoded(text)) {
         return std::nullopt;
     }
-    std::string path;
-    for (std::size_t i = pathStart; i < link.size(); ++i) {
-        if (link[i] != '%') {
-            path += link[i];
-            continue;
-        }
-        const auto high = i + 2 < link.size() ? hexDigit(link[i + 1]) : std::nullopt;
-        const auto low = i + 2 < link.size() ? hexDigit(link[i + 2]) : std::nullopt;
-        if (!high || !low || (*high == 0 && *low == 0)) {
-            return std::nullopt;
-        }
-        path += static_cast<char>(*high * 16 + *low);
-        i += 2;
-    }
-    return Text::isValidUtf8(path) ? std::optional(std::move(path)) : std::nullopt;
+    const auto link = Link::parseTyped(text);
+    return link && !link->path().empty() ? Link::decoded(link->path()) : std::nullopt;
 }
 
 constexpr bool isIdentifierCharacter(char c) {
