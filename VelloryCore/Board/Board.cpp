@@ -265,6 +265,8 @@ std::optional<Uuid> Board::drop(BundleID app, std::string_view ontoTileID,
     return id;
 }
 
+// By value: the list may be one of this board's own, which changes below.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 std::optional<Uuid> Board::makeFolder(std::vector<BundleID> apps, std::string_view title,
                                       const UuidSource& uuids) {
     // Where each wanted app stood, nothing for one that is not on the board; and the entries in the
