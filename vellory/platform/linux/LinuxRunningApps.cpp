@@ -266,9 +266,14 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
 
     void report(Completion completion, std::optional<std::string> failure) {
         if (completion) {
-            scheduler_.inBackground([completion = std::move(completion), failure] {
-                return [completion, failure] { completion(failure); };
-            });
+            scheduler_.inBackground(
+                [self = weak_from_this(), completion = std::move(completion), failure] {
+                    return [self, completion, failure] {
+                        if (!self.expired()) {
+                            completion(failure);
+                        }
+                    };
+                });
         }
     }
 

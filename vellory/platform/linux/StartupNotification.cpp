@@ -43,9 +43,8 @@ void broadcast(X11Connection& connection, const std::string& message) {
     const std::size_t total = std::min(message.size(), maxMessageBytes) + 1;
     for (std::size_t sent = 0; sent < total; sent += pieceBytes) {
         std::memset(piece.data.data8, 0, pieceBytes);
-        const std::size_t left = std::min(total - 1, message.size()) - std::min(sent, total - 1);
-        std::memcpy(piece.data.data8, message.data() + std::min(sent, total - 1),
-                    std::min(left, pieceBytes));
+        std::memcpy(piece.data.data8, message.data() + sent,
+                    std::min(total - 1 - sent, pieceBytes));
         xcb_send_event(connection.get(), 0, connection.root(), XCB_EVENT_MASK_PROPERTY_CHANGE,
                        reinterpret_cast<const char*>(&piece));
         piece.type = connection.atom("_NET_STARTUP_INFO");
