@@ -42,7 +42,8 @@ Moment moment(WallClock& clock, Date date) {
     if (!reading) {
         return {};
     }
-    return {reading->minute / 60 + (reading->minute % 60) / 60.0, reading->weekday};
+    const int wholeHours = reading->minute / 60;
+    return {wholeHours + (reading->minute % 60) / 60.0, reading->weekday};
 }
 
 double timeWeight(double a, double b) {
