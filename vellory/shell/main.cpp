@@ -27,7 +27,6 @@ using namespace vellory;
 
 namespace {
 
-constexpr const char* programID = "com.quorvel.vellory";
 constexpr const char* platformID = "vellory";
 
 int fail(const std::string& sentence) {
