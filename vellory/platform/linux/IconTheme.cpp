@@ -294,8 +294,8 @@ std::string currentIconTheme(const SessionEnvironment& environment) {
             }
         }
     }
-    // What toolkits show when nobody has chosen; "hicolor" alone has the icons of apps only. A theme
-    // that is not installed is an empty one.
+    // What toolkits show when nobody has chosen; "hicolor" alone has the icons of apps only. A
+    // theme that is not installed is an empty one.
     return "Adwaita";
 }
 
