@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Support/Xml.h"
 
+#include <cerrno>
 #include <limits>
 #include <memory>
 #include <optional>
@@ -10,7 +11,10 @@
 #include <vector>
 
 #include <expat.h>
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unicode/ucnv.h>
+#include <unistd.h>
 
 namespace vellory::Xml {
 
@@ -109,6 +113,78 @@ int onUnknownEncoding(void*, const XML_Char* name, XML_Encoding* encoding) {
     return XML_STATUS_OK;
 }
 
+/// One document on its way through the parser.
+class Reading {
+  public:
+    Reading(Handler& handler, const Limits& limits)
+        : parser_(XML_ParserCreate(nullptr), &XML_ParserFree),
+          session_{parser_.get(), handler, limits, 0, {}, {}, {}} {
+        if (parser_ == nullptr) {
+            return;
+        }
+        XML_SetUserData(parser_.get(), &session_);
+        XML_SetElementHandler(parser_.get(), onStart, onEnd);
+        XML_SetCharacterDataHandler(parser_.get(), onText);
+        XML_SetStartDoctypeDeclHandler(parser_.get(), onDocumentType);
+        XML_SetUnknownEncodingHandler(parser_.get(), onUnknownEncoding, nullptr);
+    }
+    Reading(const Reading&) = delete;
+    Reading& operator=(const Reading&) = delete;
+
+    bool isReady() const { return parser_ != nullptr; }
+    XML_Parser parser() const { return parser_.get(); }
+
+    std::expected<void, Error> outcome(XML_Status status) const {
+        if (status == XML_STATUS_OK) {
+            return {};
+        }
+        if (session_.stopped) {
+            return std::unexpected(*session_.stopped);
+        }
+        const bool noMemory = XML_GetErrorCode(parser_.get()) == XML_ERROR_NO_MEMORY;
+        return std::unexpected(noMemory ? Error::tooLarge : Error::malformed);
+    }
+
+  private:
+    Parser parser_;
+    Session session_;
+};
+
+/// A regular file open for reading; a pipe or device is never waited for.
+class InputFile {
+  public:
+    explicit InputFile(const std::filesystem::path& file)
+        : descriptor_(::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
+        struct stat status{};
+        if (descriptor_ >= 0 && (::fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode))) {
+            ::close(descriptor_);
+            descriptor_ = -1;
+        }
+    }
+    InputFile(const InputFile&) = delete;
+    InputFile& operator=(const InputFile&) = delete;
+    ~InputFile() {
+        if (descriptor_ >= 0) {
+            ::close(descriptor_);
+        }
+    }
+
+    bool isOpen() const { return descriptor_ >= 0; }
+    /// How many bytes were read; 0 at the end, nothing when reading fails.
+    std::optional<std::size_t> read(void* into, std::size_t size) const {
+        ssize_t got = 0;
+        do {
+            got = ::read(descriptor_, into, size);
+        } while (got < 0 && errno == EINTR);
+        return got < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(got));
+    }
+
+  private:
+    int descriptor_;
+};
+
+constexpr int pieceBytes = 128 * 1024;
+
 } // namespace
 
 std::expected<void, Error> parse(std::string_view bytes, Handler& handler, const Limits& limits) {
@@ -116,28 +192,50 @@ std::expected<void, Error> parse(std::string_view bytes, Handler& handler, const
         std::cmp_greater(bytes.size(), std::numeric_limits<int>::max())) {
         return std::unexpected(Error::tooLarge);
     }
-    const Parser parser(XML_ParserCreate(nullptr), &XML_ParserFree);
-    if (parser == nullptr) {
+    const Reading reading(handler, limits);
+    if (!reading.isReady()) {
         return std::unexpected(Error::tooLarge);
     }
-    Session at{parser.get(), handler, limits, 0, {}, {}, {}};
-    XML_SetUserData(parser.get(), &at);
-    XML_SetElementHandler(parser.get(), onStart, onEnd);
-    XML_SetCharacterDataHandler(parser.get(), onText);
-    XML_SetStartDoctypeDeclHandler(parser.get(), onDocumentType);
-    XML_SetUnknownEncodingHandler(parser.get(), onUnknownEncoding, nullptr);
-
     // The whole document in one call: a parser that is fed in pieces starts a long tag or comment
     // again with every piece.
-    if (XML_Parse(parser.get(), bytes.data(), static_cast<int>(bytes.size()), XML_TRUE) ==
-        XML_STATUS_OK) {
-        return {};
+    return reading.outcome(
+        XML_Parse(reading.parser(), bytes.data(), static_cast<int>(bytes.size()), XML_TRUE));
+}
+
+std::expected<void, Error> parseFile(const std::filesystem::path& file, Handler& handler,
+                                     const Limits& limits) {
+    const InputFile input(file);
+    if (!input.isOpen()) {
+        return std::unexpected(Error::unreadable);
     }
-    if (at.stopped) {
-        return std::unexpected(*at.stopped);
+    const Reading reading(handler, limits);
+    std::size_t total = 0;
+    while (true) {
+        void* piece = reading.isReady() ? XML_GetBuffer(reading.parser(), pieceBytes) : nullptr;
+        if (piece == nullptr) {
+            return std::unexpected(Error::tooLarge);
+        }
+        const auto size = input.read(piece, pieceBytes);
+        if (!size) {
+            return std::unexpected(Error::unreadable);
+        }
+        total += *size;
+        if (total > limits.bytes) {
+            return std::unexpected(Error::tooLarge);
+        }
+        const bool isEnd = *size == 0;
+        auto outcome = reading.outcome(XML_ParseBuffer(reading.parser(), static_cast<int>(*size),
+                                                       isEnd ? XML_TRUE : XML_FALSE));
+        if (!outcome || isEnd) {
+            return outcome;
+        }
+        // Where the parser waits for the rest of something.
+        const XML_Index at = XML_GetCurrentByteIndex(reading.parser());
+        if (at >= 0 && std::cmp_greater(total, longestToken) &&
+            std::cmp_less(at, total - longestToken)) {
+            return std::unexpected(Error::tooLarge);
+        }
     }
-    const bool noMemory = XML_GetErrorCode(parser.get()) == XML_ERROR_NO_MEMORY;
-    return std::unexpected(noMemory ? Error::tooLarge : Error::malformed);
 }
 
 } // namespace vellory::Xml

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <expected>
+#include <filesystem>
 #include <span>
 #include <string_view>
 
@@ -34,7 +35,8 @@ class Handler {
 enum class Error {
     malformed,    ///< not well formed, cut short, or not in the encoding that it states
     declarations, ///< its document type declares entities, elements or attributes of its own
-    tooLarge      ///< past one of the limits
+    tooLarge,     ///< past one of the limits
+    unreadable    ///< the file is missing, no regular file, or cannot be read
 };
 
 struct Limits {
@@ -49,5 +51,14 @@ struct Limits {
 /// the handler. After an error the handler has seen what came before it.
 std::expected<void, Error> parse(std::string_view bytes, Handler& handler,
                                  const Limits& limits = {});
+
+/// The longest tag, comment or other piece of markup in a file that is read piece by piece: one
+/// that stays open is scanned again with every piece that comes, which this bounds.
+inline constexpr std::size_t longestToken = 1U * 1024U * 1024U;
+
+/// The same from a file, which is read in pieces and never held whole: needs a few megabytes
+/// however large the file is.
+std::expected<void, Error> parseFile(const std::filesystem::path& file, Handler& handler,
+                                     const Limits& limits = {});
 
 } // namespace vellory::Xml

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/TemporaryFolder.h"
+
 namespace vellory::Xml {
 namespace {
 
@@ -125,6 +127,44 @@ TEST(Xml, NestingAndSizeAreBounded) {
 TEST(Xml, NothingIsToldAfterAnError) {
     EXPECT_EQ(read("<a><b>1</b></a", {}).written, "<a><b>1</b>");
     EXPECT_EQ(read("<a><b><c/>text</b>text</a>", {.depth = 2}).written, "<a><b>");
+}
+
+// --- From files ---
+
+Outcome readFile(const std::string& document, const Limits& limits = {}) {
+    const TemporaryFolder folder;
+    Transcript transcript;
+    const auto done = parseFile(folder.write("in.xml", document), transcript, limits);
+    return {transcript.written, done ? std::nullopt : std::optional(done.error())};
+}
+
+TEST(XmlFile, TellsWhatTheTextTellsHoweverItIsCutIntoPieces) {
+    // Several pieces of reading, with tags and characters of several bytes across their borders.
+    std::string large = "<a>";
+    for (int i = 0; large.size() < 500'000; ++i) {
+        large += "<b k='é" + std::to_string(i) + "'>ü &amp; <![CDATA[<c>]]></b>";
+    }
+    large += "</a>";
+    EXPECT_FALSE(readFile(large).error);
+    EXPECT_EQ(readFile(large).written, read(large).written);
+    for (const std::string document :
+         {"", "<a>", "<a/><b/>", "<a k='1'/>", "<!DOCTYPE a [<!ENTITY e 'x'>]><a>&e;</a>"}) {
+        EXPECT_EQ(readFile(document).error, read(document).error) << document;
+    }
+}
+
+TEST(XmlFile, WhatIsTooLongOrNoFileIsTurnedAway) {
+    EXPECT_EQ(readFile("<a>" + std::string(1000, 'x') + "</a>", {.bytes = 1000}).error,
+              Error::tooLarge);
+    // A tag that never ends would be scanned again with every piece.
+    EXPECT_EQ(readFile("<a k='" + std::string(3 * longestToken, 'x')).error, Error::tooLarge);
+    EXPECT_FALSE(readFile("<a k='" + std::string(longestToken / 2, 'x') + "'/>").error);
+
+    const TemporaryFolder folder;
+    Transcript transcript;
+    EXPECT_EQ(parseFile(folder.path() / "none", transcript).error(), Error::unreadable);
+    EXPECT_EQ(parseFile(folder.path(), transcript).error(), Error::unreadable);
+    EXPECT_EQ(parseFile("/dev/zero", transcript).error(), Error::unreadable);
 }
 
 } // namespace
