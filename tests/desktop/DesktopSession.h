@@ -29,6 +29,9 @@ class DesktopSession {
     void stopWindowManager();
     void stopServer();
 
+    /// Runs a program of the session that no launcher has started; it ends with the session.
+    pid_t run(const std::vector<std::string>& command) { return start(command); }
+
     /// Writes the desktop entry `id` for the test app with `arguments`; `more` are further lines.
     /// Returns the entry.
     std::filesystem::path addApp(const std::string& id, const std::string& arguments,

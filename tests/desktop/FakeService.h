@@ -39,6 +39,13 @@ class FakeService {
         return calls_;
     }
 
+    /// Sends a signal to everybody on the bus.
+    void emit(const char* path, const char* interface, const char* signal, GVariant* arguments) {
+        g_dbus_connection_emit_signal(bus_.get(), nullptr, path, interface, signal, arguments,
+                                      nullptr);
+        g_dbus_connection_flush_sync(bus_.get(), nullptr, nullptr);
+    }
+
   private:
     static GDBusMessage* answer(GDBusConnection* bus, GDBusMessage* message, gboolean isIncoming,
                                 gpointer self) {

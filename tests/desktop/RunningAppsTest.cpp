@@ -42,7 +42,8 @@ class RunningAppsTest : public testing::Test {
         apps = std::make_unique<LinuxRunningApps>(LinuxRunningApps::Options{session.environment()},
                                                   entries, loop, loop);
         apps->observe({[this](const BundleID& id) { told.push_back("launched " + id); },
-                       [this](const BundleID& id) { told.push_back("quit " + id); }});
+                       [this](const BundleID& id) { told.push_back("quit " + id); },
+                       [this] { told.push_back("changed"); }});
     }
 
     InstalledApp app(const BundleID& id) const {
@@ -241,11 +242,18 @@ TEST_F(RunningAppsTest, StartedAppGetsAScopeOfItsOwn) {
     EXPECT_EQ(open("org.test-er"), "");
     const auto tick = loop.every(0.01, [] {}); // The calls come on another thread.
     ASSERT_TRUE(becomesRunning("org.test-er"));
-    ASSERT_TRUE(loop.runUntil([&] { return !systemd.calls().empty(); }));
+    const auto scopeCall = [&] {
+        for (const std::string& call : systemd.calls()) {
+            if (call.find(".StartTransientUnit ") != std::string::npos) {
+                return call;
+            }
+        }
+        return std::string();
+    };
+    ASSERT_TRUE(loop.runUntil([&] { return !scopeCall().empty(); }));
     const std::string pid = std::to_string(running("org.test-er")->pid);
-    EXPECT_THAT(systemd.calls()[0],
-                HasSubstr(".StartTransientUnit ('app-vellory-org.test\\\\x2der-" + pid +
-                          ".scope', 'fail', [('PIDs', <[uint32 " + pid + "]>)"));
+    EXPECT_THAT(scopeCall(), HasSubstr(".StartTransientUnit ('app-vellory-org.test\\\\x2der-" +
+                                       pid + ".scope', 'fail', [('PIDs', <[uint32 " + pid + "]>)"));
 }
 
 TEST_F(RunningAppsTest, DesktopIsToldThatAnAppIsComing) {
@@ -368,6 +376,88 @@ TEST_F(RunningAppsTest, ObserverHearsOfEachAppOnce) {
     EXPECT_TRUE(apps->quit("many"));
     ASSERT_TRUE(loop.runUntil([&] { return told.size() >= 2 && windowCount() == 1; }));
     EXPECT_THAT(told, ElementsAre("launched many", "quit many"));
+}
+
+// Started by somebody else, as from a terminal or a panel.
+TEST_F(RunningAppsTest, StartsFromElsewhereAreToldOncePerStart) {
+    const auto gate = session.folder().path() / "gate";
+    ASSERT_EQ(mkfifo(gate.c_str(), 0600), 0);
+    const auto openGate = [&] { close(::open(gate.c_str(), O_WRONLY)); };
+    session.addApp("many", "--class many");
+    session.addApp("splash", "--class splash");
+    session.addApp("flash", "--class flash");
+    session.addApp("moved", "--class moved");
+    begin();
+    const auto isTold = [&](const std::string& what) {
+        return std::ranges::find(told, what) != told.end();
+    };
+
+    session.run({VELLORY_WINDOW_APP, "--class", "many", "--windows", "5"});
+    ASSERT_TRUE(loop.runUntil([&] { return isTold("launched many") && windowCount() == 5; }));
+    session.run({VELLORY_WINDOW_APP, "--class", "splash", "--splash", "--gate", gate});
+    openGate();
+    ASSERT_TRUE(loop.runUntil([&] { return isTold("launched splash") && windowCount() == 6; }));
+    session.run({VELLORY_WINDOW_APP, "--class", "moved", "--reparented"});
+    ASSERT_TRUE(loop.runUntil([&] { return isTold("launched moved") && windowCount() == 7; }));
+    // Its first window goes before the second comes.
+    session.run({VELLORY_WINDOW_APP, "--class", "flash", "--flash", "--gate", gate});
+    ASSERT_TRUE(loop.runUntil([&] { return isTold("launched flash"); }));
+    openGate();
+    ASSERT_TRUE(loop.runUntil([&] { return isTold("quit flash"); }));
+    openGate();
+    ASSERT_TRUE(loop.runUntil([&] { return isTold("changed") && running("flash"); }));
+
+    std::erase_if(told, [](const std::string& what) { return !what.starts_with("launched"); });
+    EXPECT_THAT(
+        told, ElementsAre("launched many", "launched splash", "launched moved", "launched flash"));
+}
+
+// What desktops put into a scope of its own was started, also when no window is to be seen.
+TEST_F(RunningAppsTest, AnAppsScopeIsAStartAndItsWindowIsNotAnother) {
+    FakeService systemd(session, "org.freedesktop.systemd1");
+    session.addApp("org.test-er", "--class tester");
+    begin();
+    const auto tick = loop.every(0.01, [] {}); // The calls come on another thread.
+    const auto isSubscribed = [&] {
+        return std::ranges::any_of(systemd.calls(), [](const std::string& call) {
+            return call.find("Manager.Subscribe") != std::string::npos;
+        });
+    };
+    ASSERT_TRUE(loop.runUntil(isSubscribed));
+    const auto emit = [&](const char* signal, const std::string& unit) {
+        systemd.emit("/org/freedesktop/systemd1", "org.freedesktop.systemd1.Manager", signal,
+                     g_variant_new("(so)", unit.c_str(), "/unit"));
+    };
+    emit("UnitNew", "app-desk-org.test\\x2der@autostart.service");
+    emit("UnitNew", "app-desk-org.test.other-1.scope");
+    emit("UnitNew", "app-desk-org.test\\x2der-4711.scope");
+    ASSERT_TRUE(loop.runUntil([&] { return !told.empty(); }));
+    session.run({VELLORY_WINDOW_APP, "--class", "tester"});
+    ASSERT_TRUE(becomesRunning("org.test-er"));
+    ASSERT_TRUE(loop.runUntil([&] { return told.size() >= 2; }));
+    EXPECT_THAT(told, ElementsAre("launched org.test-er", "changed"));
+}
+
+TEST_F(RunningAppsTest, AFileIsOpenedByCommandOrOverTheBus) {
+    FakeService service(session, "org.test.Service");
+    session.addApp("org.test.Service", "--class never", "DBusActivatable=true\n");
+    session.addApp("plain",
+                   "--class plain --report " + session.reportFile("plain").string() + " %F");
+    session.addApp("bare", "--class bare --report " + session.reportFile("bare").string());
+    begin();
+    const std::filesystem::path file = session.folder().write("a b'$(x)\".txt", "");
+    const auto openFile = [&](const std::string& id) {
+        return answerOf([&](auto done) { apps->openFile(app(id), file, done); });
+    };
+    EXPECT_EQ(openFile("org.test.Service"), "");
+    ASSERT_EQ(service.calls().size(), 1U);
+    EXPECT_THAT(service.calls()[0], HasSubstr("org.freedesktop.Application.Open ([\"file:///"));
+    EXPECT_THAT(service.calls()[0], HasSubstr("a%20b"));
+    for (const char* id : {"plain", "bare"}) {
+        EXPECT_EQ(openFile(id), "");
+        ASSERT_TRUE(loop.runUntil([&] { return std::filesystem::exists(session.reportFile(id)); }));
+        EXPECT_THAT(session.report(id)["argv"], HasSubstr("|" + file.string() + "|")) << id;
+    }
 }
 
 TEST_F(RunningAppsTest, FailingStartSaysWhy) {

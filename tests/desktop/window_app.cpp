@@ -6,6 +6,8 @@
 //   --gate FIFO    shows them only once somebody has opened this pipe for writing
 //   --stubborn     stays when asked to close
 //   --splash       shows a splash window until the gate opens
+//   --flash        shows a plain window until the gate opens, and is without any for a moment
+//   --reparented   puts its window into another one and takes it out again
 //   --report FILE  writes its environment and situation there first
 
 #include <algorithm>
@@ -34,6 +36,8 @@ struct Options {
     int windows = 1;
     bool isStubborn = false;
     bool hasSplash = false;
+    bool hasFlash = false;
+    bool isReparented = false;
 };
 
 Options optionsOf(const std::vector<std::string>& arguments) {
@@ -52,6 +56,10 @@ Options optionsOf(const std::vector<std::string>& arguments) {
             options.isStubborn = true;
         } else if (arguments[i] == "--splash") {
             options.hasSplash = true;
+        } else if (arguments[i] == "--flash") {
+            options.hasFlash = true;
+        } else if (arguments[i] == "--reparented") {
+            options.isReparented = true;
         }
     }
     return options;
@@ -123,6 +131,27 @@ class App {
         xcb_flush(connection_);
     }
 
+    /// Out of the window manager's hands and back into them.
+    void reparent(xcb_window_t window) {
+        const xcb_window_t holder = xcb_generate_id(connection_);
+        const std::uint32_t unmanaged = 1;
+        xcb_create_window(connection_, XCB_COPY_FROM_PARENT, holder, screen_->root, 0, 0, 10, 10, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                          XCB_CW_OVERRIDE_REDIRECT, &unmanaged);
+        xcb_unmap_window(connection_, window);
+        xcb_reparent_window(connection_, window, holder, 0, 0);
+        sync();
+        xcb_reparent_window(connection_, window, screen_->root, 0, 0);
+        xcb_map_window(connection_, window);
+        sync();
+    }
+
+    /// Until the server has done all that was asked.
+    void sync() {
+        std::free(
+            xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+    }
+
     /// Until the last window is closed or the server is gone.
     void run(std::set<xcb_window_t> windows) {
         while (!windows.empty()) {
@@ -175,15 +204,25 @@ int main(int count, char** values) {
     App app(options);
     const xcb_window_t splash =
         options.hasSplash ? app.show("_NET_WM_WINDOW_TYPE_SPLASH") : xcb_window_t{XCB_NONE};
+    const xcb_window_t flash =
+        options.hasFlash ? app.show("_NET_WM_WINDOW_TYPE_NORMAL") : xcb_window_t{XCB_NONE};
     if (!options.gate.empty()) {
         close(open(options.gate.c_str(), O_RDONLY)); // Waits for the other end.
     }
     if (options.hasSplash) {
         app.hide(splash);
     }
+    if (options.hasFlash) {
+        app.hide(flash);
+        // A second opening of the gate: somebody has seen that no window is left.
+        close(open(options.gate.c_str(), O_RDONLY));
+    }
     std::set<xcb_window_t> windows;
     for (int i = 0; i < options.windows; ++i) {
         windows.insert(app.show("_NET_WM_WINDOW_TYPE_NORMAL"));
+    }
+    if (options.isReparented) {
+        app.reparent(*windows.begin());
     }
     app.run(std::move(windows));
 }

@@ -101,16 +101,20 @@ TEST(StartUp, TheDockIconFollowsTheSettingAlsoLater) {
 
 TEST(StartUp, AnEmptyLaunchLogIsSeededOnceWithWhenAppsWereLastUsed) {
     World world;
-    world.lastUsed = {{"old", Date::since2001(1)}, {"recent", Date::since2001(2)}};
+    world.metadata.records = {{"old", {.lastUsed = Date::since2001(1)}},
+                              {"recent", {.lastUsed = Date::since2001(2)}}};
     world.startWith({"never", "recent", "old"}, board({}));
+    EXPECT_THAT(world.model->launchLog().events, IsEmpty()) << "the desktop is asked meanwhile";
+    world.metadata.answer();
     const auto stored = LaunchLog::load(world.paths().launchLog());
     ASSERT_EQ(stored.events.size(), 2U);
     EXPECT_EQ(stored.events.front().app, "old");
     EXPECT_EQ(stored.events.back(), (LaunchLog::Event{"recent", Date::since2001(2), {}}));
 
-    world.lastUsed["never"] = Date::since2001(3);
+    world.metadata.records["never"].lastUsed = Date::since2001(3);
     world.model.reset();
     world.start();
+    world.metadata.answer();
     EXPECT_EQ(world.model->launchLog(), stored) << "a log with events is left alone";
 }
 

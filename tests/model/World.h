@@ -22,12 +22,12 @@ struct World {
     FakeAppCatalogue catalogue;
     FakeRunningApps runningApps;
     FakeDesktop desktop;
+    FakeMetadata metadata;
     FakeFolderWatcher folderWatcher;
     FakeImageChooser imageChooser;
     FakeClock clock;
     FakeScheduler scheduler{clock};
     MemoryDefaults defaults;
-    std::map<BundleID, Date> lastUsed;
 
     std::unique_ptr<AppModel> model;
     std::vector<Notice> notices;
@@ -54,20 +54,15 @@ struct World {
     }
 
     AppModel& make() {
-        model = std::make_unique<AppModel>(
-            Ports{catalogue, runningApps, desktop, folderWatcher, imageChooser, clock, scheduler,
-                  defaults},
-            Environment{.paths = paths(),
-                        .locale = "en_US",
-                        .newID = counting(1000),
-                        .ownID = "com.quorvel.vellory",
-                        .desktopApps = {"org.files"},
-                        .calendar = Calendar("UTC"),
-                        .lastUsed = [this](const InstalledApp& app) -> std::optional<Date> {
-                            const auto found = lastUsed.find(app.bundleID);
-                            return found == lastUsed.end() ? std::nullopt
-                                                           : std::optional(found->second);
-                        }});
+        model = std::make_unique<AppModel>(Ports{catalogue, runningApps, desktop, metadata,
+                                                 folderWatcher, imageChooser, clock, scheduler,
+                                                 defaults},
+                                           Environment{.paths = paths(),
+                                                       .locale = "en_US",
+                                                       .newID = counting(1000),
+                                                       .ownID = "com.quorvel.vellory",
+                                                       .desktopApps = {"org.files"},
+                                                       .calendar = Calendar("UTC")});
         QObject::connect(model.get(), &AppModel::noticePosted,
                          [this](const Notice& notice) { notices.push_back(notice); });
         QObject::connect(model.get(), &AppModel::welcomeRequested, [this] { ++welcomes; });

@@ -15,6 +15,7 @@
 #include "platform/Desktop.h"
 #include "platform/FolderWatcher.h"
 #include "platform/ImageChooser.h"
+#include "platform/Metadata.h"
 #include "platform/RunningApps.h"
 #include "platform/Scheduler.h"
 
@@ -95,6 +96,11 @@ class FakeRunningApps final : public RunningApps {
         asked.push_back(action + " " + app.bundleID);
         completions.push_back(std::move(completion));
     }
+    void openFile(const InstalledApp& app, const std::filesystem::path& file,
+                  Completion completion) override {
+        asked.push_back("open " + file.string() + " with " + app.bundleID);
+        completions.push_back(std::move(completion));
+    }
     bool activate(const BundleID& id) override { return ask("activate", id); }
     bool hide(const BundleID& id) override { return ask("hide", id); }
     bool unhide(const BundleID& id) override { return ask("unhide", id); }
@@ -116,6 +122,30 @@ class FakeDesktop final : public Desktop {
     void setActivationPolicy(ActivationPolicy policy) override { policies.push_back(policy); }
     std::optional<Image> backdrop(const Area&) const override { return std::nullopt; }
     std::map<BundleID, std::string> badges() const override { return badgeTexts; }
+};
+
+class FakeMetadata final : public Metadata {
+  public:
+    AppRecords records; ///< what there is to remember
+    /// The apps of each question that waits for its answer, oldest first.
+    std::vector<std::vector<InstalledApp>> asked;
+
+    /// Answers all that was asked, as if the sources had been read now.
+    void answer() {
+        asked.clear();
+        for (auto& done : std::exchange(waiting_, {})) {
+            done(records);
+        }
+    }
+
+    void recall(const std::vector<InstalledApp>& apps,
+                std::function<void(AppRecords)> done) override {
+        asked.push_back(apps);
+        waiting_.push_back(std::move(done));
+    }
+
+  private:
+    std::vector<std::function<void(AppRecords)>> waiting_;
 };
 
 class FakeFolderWatcher final : public FolderWatcher {

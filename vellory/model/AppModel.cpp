@@ -25,7 +25,7 @@ AppModel::AppModel(Ports ports, Environment environment, QObject* parent)
       document_(BoardStore(environment_.paths.layout(), environment_.paths.layoutHistory(),
                            BoardStore::defaultKeep,
                            [&clock = ports.clock] { return clock.now(); })),
-      workspaces_(environment_.paths.workspaces()), launches_(environment_.paths, ports.scheduler),
+      workspaces_(environment_.paths.workspaces()), learned_(*this, ports_, environment_),
       running_(ports), editor_(*this, document_, ports_, environment_),
       rescanner_(ports.folderWatcher, ports.scheduler, [this] { rescan(); }),
       focusFilter_(GridFilter::load(ports.defaults)) {
@@ -47,7 +47,7 @@ AppModel::AppModel(Ports ports, Environment environment, QObject* parent)
 
 AppModel::~AppModel() {
     ports_.runningApps.observe({});
-    launches_.flush();
+    learned_.flush();
 }
 
 // --- Life ---
@@ -59,13 +59,11 @@ void AppModel::start() {
     // A folder that cannot be made shows when the first file in it cannot be written.
     std::ignore = AtomicFile::createFolder(environment_.paths.support());
     onPrefChanged("showInDock");
-    launches_.load();
+    learned_.load();
     workspaces_.load();
     scanApps();
     loadBoard();
-    if (environment_.lastUsed) {
-        launches_.seedIfEmpty(installedApps(), environment_.lastUsed);
-    }
+    learned_.begin();
     watchAppFolders();
     observeApps();
     refreshBadges();
@@ -138,7 +136,7 @@ void AppModel::observeApps() {
         running_.refreshRunning();
         // What has no identifier cannot be told from anything else.
         if (!id.empty()) {
-            launches_.record(id, ports_.clock.now(), workspaces_.active());
+            learned_.record(id);
             Q_EMIT appLaunched(id);
         }
     };
@@ -146,7 +144,8 @@ void AppModel::observeApps() {
         running_.refreshRunning();
         Q_EMIT appQuit(id);
     };
-    ports_.runningApps.observe({.launched = onLaunch, .quit = onQuit});
+    ports_.runningApps.observe(
+        {.launched = onLaunch, .quit = onQuit, .changed = [this] { running_.refreshRunning(); }});
 }
 
 void AppModel::onPrefChanged(const std::string& key) {
@@ -292,6 +291,12 @@ void AppModel::open(const BundleID& id, RunningApps::Open mode) {
 void AppModel::perform(const BundleID& id, const std::string& action) {
     if (const InstalledApp* installed = app(id)) {
         ports_.runningApps.perform(*installed, action, noticeOnFailure(id));
+    }
+}
+
+void AppModel::openFile(const BundleID& id, const std::filesystem::path& file) {
+    if (const InstalledApp* installed = app(id)) {
+        ports_.runningApps.openFile(*installed, file, noticeOnFailure(id));
     }
 }
 

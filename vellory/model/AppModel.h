@@ -22,11 +22,11 @@
 #include "model/BoardDocument.h"
 #include "model/BoardEditor.h"
 #include "model/GridContents.h"
-#include "model/LaunchRecorder.h"
 #include "model/Notice.h"
 #include "model/Ports.h"
 #include "model/Prefs.h"
 #include "model/RunningTracker.h"
+#include "model/UsageCenter.h"
 #include "model/WorkspaceList.h"
 #include "platform/AppCatalogue.h"
 #include "platform/RunningApps.h"
@@ -79,8 +79,11 @@ class AppModel : public QObject {
     const Prefs& prefs() const { return prefs_; }
     WorkspaceList& workspaces() { return workspaces_; }
     const WorkspaceList& workspaces() const { return workspaces_; }
-    const UsageStore& usage() const { return launches_.usage(); }
-    const LaunchLog& launchLog() const { return launches_.log(); }
+    /// What is learned from how apps are used.
+    UsageCenter& learned() { return learned_; }
+    const UsageCenter& learned() const { return learned_; }
+    const UsageStore& usage() const { return learned_.usage(); }
+    const LaunchLog& launchLog() const { return learned_.launchLog(); }
     const Text::Collator& collator() const { return collator_; }
     Clock& clock() const { return ports_.clock; }
     /// What is never hidden or quit: the user's choice, the file manager and this program.
@@ -117,6 +120,8 @@ class AppModel : public QObject {
     void launchNew(const BundleID& id);
     /// One of the app's `actions`.
     void perform(const BundleID& id, const std::string& action);
+    /// Opens a file with the app.
+    void openFile(const BundleID& id, const std::filesystem::path& file);
 
     // --- Editing the board: see `BoardEditor` ---
 
@@ -213,7 +218,7 @@ class AppModel : public QObject {
     Text::Collator collator_;
     BoardDocument document_;
     WorkspaceList workspaces_;
-    LaunchRecorder launches_;
+    UsageCenter learned_;
     RunningTracker running_;
     BoardEditor editor_;
     AppRescanner rescanner_;

@@ -1,54 +1,40 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/LaunchRecorder.h"
 
-#include <algorithm>
 #include <tuple>
 #include <utility>
 
 namespace vellory {
 
-LaunchRecorder::LaunchRecorder(VelloryPaths paths, Scheduler& scheduler)
-    : paths_(std::move(paths)), scheduler_(scheduler) {}
+LaunchRecorder::LaunchRecorder(VelloryPaths paths, const Clock& clock, Scheduler& scheduler)
+    : paths_(std::move(paths)), save_(clock, scheduler, [this] { save(); }) {}
 
 void LaunchRecorder::load() {
     usage_ = UsageStore::load(paths_.usage());
     log_ = LaunchLog::load(paths_.launchLog());
 }
 
-void LaunchRecorder::seedIfEmpty(
-    const std::vector<InstalledApp>& apps,
-    const std::function<std::optional<Date>(const InstalledApp&)>& lastUsed) {
-    if (!log_.events.empty()) {
+void LaunchRecorder::seed(const std::vector<InstalledApp>& apps, const LastUsed::Source& lastUsed) {
+    LaunchLog begun;
+    begun.limit = log_.limit;
+    begun = LastUsed::seeded(std::move(begun), apps, lastUsed);
+    if (begun.events.empty()) {
         return;
     }
-    std::vector<std::pair<Date, BundleID>> uses;
-    for (const InstalledApp& app : apps) {
-        if (const auto date = lastUsed(app); date && date->isFinite()) {
-            uses.emplace_back(*date, app.bundleID);
-        }
+    for (const LaunchLog::Event& event : log_.events) {
+        begun.record(event.app, event.at, event.workspace);
     }
-    std::ranges::stable_sort(uses, {}, &std::pair<Date, BundleID>::first);
-    for (const auto& [date, app] : uses) {
-        log_.record(app, date);
-    }
+    log_ = std::move(begun);
     std::ignore = log_.save(paths_.launchLog());
 }
 
 void LaunchRecorder::record(const BundleID& app, Date at, const std::optional<Uuid>& workspace) {
     usage_.record(app, at);
     log_.record(app, at, workspace);
-    isDirty_ = true;
-    pendingSave_ = scheduler_.after(saveDelay, [this] { save(); });
+    save_.changed();
 }
 
-void LaunchRecorder::flush() {
-    if (isDirty_) {
-        save();
-    }
-}
-
-void LaunchRecorder::save() {
-    isDirty_ = false;
+void LaunchRecorder::save() const {
     std::ignore = usage_.save(paths_.usage());
     std::ignore = log_.save(paths_.launchLog());
 }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <vector>
 
@@ -9,9 +8,10 @@
 #include "Board/VelloryPaths.h"
 #include "Support/Date.h"
 #include "Support/Uuid.h"
+#include "Usage/LastUsed.h"
 #include "Usage/LaunchLog.h"
 #include "Usage/UsageStore.h"
-#include "platform/Scheduler.h"
+#include "model/DelayedSave.h"
 
 namespace vellory {
 
@@ -20,34 +20,31 @@ namespace vellory {
 /// written are no matter for the user; the next write holds everything.
 class LaunchRecorder {
   public:
-    /// How long after the last start the files are written, in seconds.
-    static constexpr double saveDelay = 5.0;
-
-    LaunchRecorder(VelloryPaths paths, Scheduler& scheduler);
+    LaunchRecorder(VelloryPaths paths, const Clock& clock, Scheduler& scheduler);
 
     void load();
 
-    /// Fills an empty log from what the platform knows: when each app was last used.
-    void seedIfEmpty(const std::vector<InstalledApp>& apps,
-                     const std::function<std::optional<Date>(const InstalledApp&)>& lastUsed);
+    /// Whether no launch is known yet, so that the desktop's memory is worth asking.
+    bool isEmpty() const { return log_.events.empty(); }
+    /// Begins an empty log with what the desktop knows: when each app was last used. Launches that
+    /// were recorded since `load` found it empty come after.
+    void seed(const std::vector<InstalledApp>& apps, const LastUsed::Source& lastUsed);
 
     void record(const BundleID& app, Date at, const std::optional<Uuid>& workspace);
 
     /// Writes what waits to be written: for the end of the program.
-    void flush();
+    void flush() { save_.flush(); }
 
     const UsageStore& usage() const { return usage_; }
     const LaunchLog& log() const { return log_; }
 
   private:
-    void save();
+    void save() const;
 
     VelloryPaths paths_;
-    Scheduler& scheduler_;
     UsageStore usage_;
     LaunchLog log_;
-    bool isDirty_ = false;
-    Scheduler::Handle pendingSave_;
+    DelayedSave save_;
 };
 
 } // namespace vellory

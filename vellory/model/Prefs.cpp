@@ -2,9 +2,26 @@
 #include "model/Prefs.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
+#include <string_view>
 
 namespace vellory {
+
+namespace {
+
+/// Stored: append only, never rename.
+struct StoredMode {
+    std::string_view name;
+    Prefs::SmartListMode mode;
+};
+constexpr auto smartListModes =
+    std::to_array<StoredMode>({{"suggested", Prefs::SmartListMode::suggested},
+                               {"recent", Prefs::SmartListMode::recent},
+                               {"mostUsed", Prefs::SmartListMode::mostUsed},
+                               {"newest", Prefs::SmartListMode::newest}});
+
+} // namespace
 
 Prefs::Prefs(UserDefaults& defaults, QObject* parent) : QObject(parent), defaults_(defaults) {}
 
@@ -125,6 +142,39 @@ Prefs::DisplayMode Prefs::displayMode() const {
 void Prefs::setDisplayMode(DisplayMode mode) {
     if (mode != displayMode()) {
         store("displayMode", std::string(mode == DisplayMode::list ? "list" : "pages"));
+    }
+}
+
+Prefs::SmartListMode Prefs::smartListMode() const {
+    if (!flag("showSmartList", true)) {
+        return SmartListMode::off;
+    }
+    const auto stored = defaults_.string("smartListMode");
+    const auto known = std::ranges::find(
+        smartListModes, stored ? std::string_view(*stored) : std::string_view(), &StoredMode::name);
+    return known == smartListModes.end() ? SmartListMode::suggested : known->mode;
+}
+
+void Prefs::setSmartListMode(SmartListMode mode) {
+    if (mode == smartListMode()) {
+        return;
+    }
+    const auto known = std::ranges::find(smartListModes, mode, &StoredMode::mode);
+    if (known != smartListModes.end()) {
+        defaults_.set("smartListMode", std::string(known->name));
+    }
+    defaults_.set("showSmartList", known != smartListModes.end());
+    Q_EMIT changed("smartListMode");
+}
+
+std::set<BundleID> Prefs::smartListExcluded() const {
+    const auto apps = defaults_.strings("smartListExcluded").value_or(std::vector<std::string>{});
+    return {apps.begin(), apps.end()};
+}
+
+void Prefs::setSmartListExcluded(const std::set<BundleID>& apps) {
+    if (apps != smartListExcluded()) {
+        store("smartListExcluded", std::vector<std::string>(apps.begin(), apps.end()));
     }
 }
 

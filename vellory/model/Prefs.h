@@ -24,6 +24,10 @@ class Prefs : public QObject {
         list   ///< stored as "list": the whole grid on one page that scrolls
     };
 
+    /// By which rule the apps above the grid are chosen. Stored by name, and "off" by a setting of
+    /// its own so that switching the list on again brings back the rule.
+    enum class SmartListMode { suggested, recent, mostUsed, newest, off };
+
     struct Range {
         int least;
         int most;
@@ -83,6 +87,13 @@ class Prefs : public QObject {
 
     DisplayMode displayMode() const;
     void setDisplayMode(DisplayMode mode);
+
+    /// The suggested apps unless set.
+    SmartListMode smartListMode() const;
+    void setSmartListMode(SmartListMode mode);
+    /// Apps that the user does not want in that list.
+    std::set<BundleID> smartListExcluded() const;
+    void setSmartListExcluded(const std::set<BundleID>& apps);
 
     bool keepOpenAfterLaunch() const;
     void setKeepOpenAfterLaunch(bool on);

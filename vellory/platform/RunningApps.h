@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <optional>
 #include <string>
@@ -34,8 +35,14 @@ class RunningApps {
     };
 
     struct Observer {
-        std::function<void(const BundleID&)> launched;
-        std::function<void(const BundleID&)> quit;
+        /// An app was started, by whomever: once for each start, however many windows come and go.
+        /// What runs already is no news.
+        std::function<void(const BundleID&)> launched = {};
+        /// An app has closed its last window.
+        std::function<void(const BundleID&)> quit = {};
+        /// `list` has another answer without either: an app that lives in the background shows
+        /// itself again.
+        std::function<void()> changed = {};
     };
 
     virtual ~RunningApps() = default;
@@ -50,6 +57,10 @@ class RunningApps {
     /// Starts one of the app's `AppCatalogue::actions`.
     virtual void perform(const InstalledApp& app, const std::string& action,
                          Completion completion) = 0;
+
+    /// Opens a file with the app, whether it runs or not.
+    virtual void openFile(const InstalledApp& app, const std::filesystem::path& file,
+                          Completion completion) = 0;
 
     // Each tells whether the app runs and could be asked.
     virtual bool activate(const BundleID& id) = 0;

@@ -129,6 +129,7 @@ int run(const CommandLine& options, const char* program) {
     AppModel model({.catalogue = platform.catalogue(),
                     .runningApps = platform.runningApps(),
                     .desktop = platform.desktop(),
+                    .metadata = platform.metadata(),
                     .folderWatcher = folderWatcher,
                     .imageChooser = imageChooser,
                     .clock = clock,

@@ -131,7 +131,8 @@ void AppWindows::learn(const std::vector<xcb_window_t>& windows) {
         const auto names = connection_.texts(answer.windowClass);
         known.evidence.windowInstance = names.empty() ? "" : names[0];
         known.evidence.windowClass = names.size() < 2 ? "" : names[1];
-        known.evidence.startedAs = startedApp_(connection_.text(answer.startupId));
+        known.startupId = connection_.text(answer.startupId);
+        known.evidence.startedAs = startedApp_(known.startupId);
         const auto stated = connection_.values(answer.pid);
         const std::string machine = connection_.text(answer.machine);
         known.pid = answer.process ? processOf(connection_.get(), *answer.process) : 0;
@@ -188,8 +189,8 @@ std::optional<std::vector<AppWindow>> AppWindows::read() {
             continue;
         }
         const bool isIconic = !iccm.empty() && iccm.front() == XCB_ICCCM_WM_STATE_ICONIC;
-        out.push_back(
-            {windows[i], *known.app, known.pid, has(ewmh._NET_WM_STATE_HIDDEN) || isIconic});
+        out.push_back({windows[i], *known.app, known.pid,
+                       has(ewmh._NET_WM_STATE_HIDDEN) || isIconic, known.startupId});
     }
     return out;
 }

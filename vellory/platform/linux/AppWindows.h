@@ -22,6 +22,8 @@ struct AppWindow {
     BundleID app;
     std::int64_t pid = 0;
     bool isHidden = false; ///< iconified
+    /// The id of the start that brought the window, as far as its app says; may be "".
+    std::string startupId = {};
 };
 
 /// The windows that the window manager lists, with the apps that they belong to. What never changes
@@ -46,6 +48,7 @@ class AppWindows {
     struct Known {
         WindowEvidence evidence;
         std::int64_t pid = 0;
+        std::string startupId;
         std::optional<BundleID> app;
     };
 

@@ -129,6 +129,17 @@ bool isOurs(std::string_view name) {
            name == "XDG_ACTIVATION_TOKEN";
 }
 
+/// The links by which apps are told of files.
+std::vector<std::string> linksOf(const std::vector<fs::path>& files) {
+    std::vector<std::string> links;
+    for (const fs::path& file : files) {
+        if (const glib::Chars link{g_filename_to_uri(file.c_str(), nullptr, nullptr)}) {
+            links.emplace_back(link.get());
+        }
+    }
+    return links;
+}
+
 std::string objectPath(const BundleID& id) {
     std::string path = "/" + id;
     std::ranges::replace(path, '.', '/');
@@ -153,14 +164,27 @@ std::optional<Launcher::Outcome> activateOnBus(const Launcher::Request& request,
                                   g_variant_new_string(request.startupId.c_str()));
         }
     }
-    GVariant* arguments = request.action.empty()
-                              ? g_variant_new("(a{sv})", &data)
-                              : g_variant_new("(sava{sv})", request.action.c_str(), nullptr, &data);
+    const char* method = "Activate";
+    GVariant* arguments = nullptr;
+    if (!request.action.empty()) {
+        method = "ActivateAction";
+        arguments = g_variant_new("(sava{sv})", request.action.c_str(), nullptr, &data);
+    } else if (!request.files.empty()) {
+        method = "Open";
+        GVariantBuilder links;
+        g_variant_builder_init(&links, G_VARIANT_TYPE_STRING_ARRAY);
+        for (const std::string& link : linksOf(request.files)) {
+            g_variant_builder_add(&links, "s", link.c_str());
+        }
+        arguments = g_variant_new("(asa{sv})", &links, &data);
+    } else {
+        arguments = g_variant_new("(a{sv})", &data);
+    }
     glib::Error error;
     const glib::Variant reply = glib::own(g_dbus_connection_call_sync(
         bus.get(), request.id.c_str(), objectPath(request.id).c_str(),
-        "org.freedesktop.Application", request.action.empty() ? "Activate" : "ActivateAction",
-        arguments, nullptr, G_DBUS_CALL_FLAGS_NONE, activationMilliseconds, nullptr, error.out()));
+        "org.freedesktop.Application", method, arguments, nullptr, G_DBUS_CALL_FLAGS_NONE,
+        activationMilliseconds, nullptr, error.out()));
     if (!error) {
         return Launcher::Outcome{};
     }
@@ -215,9 +239,15 @@ Launcher::Outcome Launcher::spawn(const Request& request, GKeyFile* entry) const
     glib::Error error;
     const auto bus = tamedSharedBus(environment_);
     const auto environment = context(request);
+    std::vector<std::string> links = linksOf(request.files);
+    GList* uris = nullptr;
+    for (std::string& link : links) {
+        uris = g_list_append(uris, link.data());
+    }
+    const std::unique_ptr<GList, glib::Release<g_list_free>> ownedUris(uris);
     // Without DO_NOT_REAP_CHILD the process is a grandchild and init waits for it.
     const bool started = g_desktop_app_info_launch_uris_as_manager(
-        info.get(), nullptr, environment.get(),
+        info.get(), uris, environment.get(),
         static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_STDOUT_TO_DEV_NULL |
                                  G_SPAWN_STDERR_TO_DEV_NULL),
         standAlone, hasFolder ? nullptr : home.data(),

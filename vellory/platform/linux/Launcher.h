@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "Board/InstalledApp.h"
 #include "platform/linux/GLibPointers.h"
@@ -23,6 +24,8 @@ class Launcher {
         std::string action;         ///< one of the entry's actions, or "" for the app itself
         /// The startup notification's id, also passed as the activation token; may be "".
         std::string startupId;
+        /// Opened by the app; only without an action.
+        std::vector<std::filesystem::path> files = {};
     };
 
     struct Outcome {

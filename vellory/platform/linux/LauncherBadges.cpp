@@ -4,8 +4,6 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/linux/SessionBus.h"
-
 namespace vellory {
 
 namespace {
@@ -27,64 +25,22 @@ std::optional<BundleID> appOf(std::string_view uri) {
 
 } // namespace
 
-LauncherBadges::LauncherBadges(SessionEnvironment environment)
-    : environment_(std::move(environment)), context_(g_main_context_new()),
-      loop_(g_main_loop_new(context_.get(), FALSE)), thread_([this] { run(); }) {}
+LauncherBadges::LauncherBadges(const SessionEnvironment& environment)
+    : listener_(environment,
+                {{"", "", "com.canonical.Unity.LauncherEntry", "Update",
+                  [this](const char* sender, GVariant* parameters) { update(sender, parameters); }},
+                 {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                  "NameOwnerChanged",
+                  [this](const char*, GVariant* parameters) { ownerChanged(parameters); }}}) {}
 
-LauncherBadges::~LauncherBadges() {
-    // As a task of the loop: quitting before the thread has come to run it would be lost.
-    GSource* quit = g_idle_source_new();
-    g_source_set_callback(
-        quit,
-        [](gpointer loop) -> gboolean {
-            g_main_loop_quit(static_cast<GMainLoop*>(loop));
-            return G_SOURCE_REMOVE;
-        },
-        loop_.get(), nullptr);
-    g_source_attach(quit, context_.get());
-    g_source_unref(quit);
-    thread_.join();
-}
-
-void LauncherBadges::run() {
-    g_main_context_push_thread_default(context_.get());
-    {
-        // A connection of its own: closing it here ends all calls into this object.
-        const auto bus = sessionBus(environment_);
-        guint updates = 0;
-        guint owners = 0;
-        if (bus != nullptr) {
-            updates = g_dbus_connection_signal_subscribe(
-                bus.get(), nullptr, "com.canonical.Unity.LauncherEntry", "Update", nullptr, nullptr,
-                G_DBUS_SIGNAL_FLAGS_NONE,
-                [](GDBusConnection*, const char* sender, const char*, const char*, const char*,
-                   GVariant* parameters, gpointer self) {
-                    static_cast<LauncherBadges*>(self)->update(sender, parameters);
-                },
-                this, nullptr);
-            owners = g_dbus_connection_signal_subscribe(
-                bus.get(), "org.freedesktop.DBus", "org.freedesktop.DBus", "NameOwnerChanged",
-                "/org/freedesktop/DBus", nullptr, G_DBUS_SIGNAL_FLAGS_NONE,
-                [](GDBusConnection*, const char*, const char*, const char*, const char*,
-                   GVariant* parameters, gpointer self) {
-                    const char* name = nullptr;
-                    const char* before = nullptr;
-                    const char* after = nullptr;
-                    g_variant_get(parameters, "(&s&s&s)", &name, &before, &after);
-                    if (*after == '\0') {
-                        static_cast<LauncherBadges*>(self)->forget(name);
-                    }
-                },
-                this, nullptr);
-        }
-        g_main_loop_run(loop_.get());
-        if (bus != nullptr) {
-            g_dbus_connection_signal_unsubscribe(bus.get(), updates);
-            g_dbus_connection_signal_unsubscribe(bus.get(), owners);
-            g_dbus_connection_close_sync(bus.get(), nullptr, nullptr);
-        }
+void LauncherBadges::ownerChanged(GVariant* parameters) {
+    const char* name = nullptr;
+    const char* before = nullptr;
+    const char* after = nullptr;
+    g_variant_get(parameters, "(&s&s&s)", &name, &before, &after);
+    if (*after == '\0') {
+        forget(name);
     }
-    g_main_context_pop_thread_default(context_.get());
 }
 
 void LauncherBadges::update(const char* sender, GVariant* parameters) {

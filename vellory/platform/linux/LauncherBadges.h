@@ -1,26 +1,25 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <mutex>
 #include <string>
-#include <thread>
 
 #include "Board/InstalledApp.h"
-#include "platform/linux/GLibPointers.h"
+#include "platform/linux/BusListener.h"
 #include "platform/linux/SessionEnvironment.h"
 
 namespace vellory {
 
 /// Collects the counts that apps announce by the `Update` signal of the LauncherEntry interface on
-/// the session bus, on a thread and GLib context of its own. An app that leaves the bus takes its
-/// count along. Nothing is collected without a bus.
+/// the session bus. An app that leaves the bus takes its count along. Nothing is collected without
+/// a bus.
 class LauncherBadges {
   public:
-    explicit LauncherBadges(SessionEnvironment environment);
+    explicit LauncherBadges(const SessionEnvironment& environment);
     LauncherBadges(const LauncherBadges&) = delete;
     LauncherBadges& operator=(const LauncherBadges&) = delete;
-    ~LauncherBadges();
 
     /// The counts that want to be seen now. Any thread.
     std::map<BundleID, std::string> texts() const;
@@ -32,16 +31,13 @@ class LauncherBadges {
         bool isVisible = false;
     };
 
-    void run();
     void update(const char* sender, GVariant* parameters);
+    void ownerChanged(GVariant* parameters);
     void forget(const std::string& sender);
 
-    const SessionEnvironment environment_;
-    glib::MainContext context_;
-    glib::MainLoop loop_;
     mutable std::mutex mutex_;
     std::map<BundleID, Badge> badges_;
-    std::thread thread_;
+    BusListener listener_; ///< last: it ends before what it writes to
 };
 
 } // namespace vellory

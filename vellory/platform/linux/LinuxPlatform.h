@@ -13,6 +13,7 @@
 #include "platform/linux/LinuxAppCatalogue.h"
 #include "platform/linux/LinuxAppIcons.h"
 #include "platform/linux/LinuxDesktop.h"
+#include "platform/linux/LinuxMetadata.h"
 #include "platform/linux/LinuxRunningApps.h"
 
 namespace vellory {
@@ -63,6 +64,7 @@ class LinuxPlatform {
     const LinuxAppIcons& icons() const { return icons_; }
     LinuxRunningApps& runningApps() { return runningApps_; }
     LinuxDesktop& desktop() { return desktop_; }
+    LinuxMetadata& metadata() { return metadata_; }
 
     /// The desktop's own shell and file manager.
     static std::set<BundleID> desktopApps();
@@ -76,6 +78,7 @@ class LinuxPlatform {
     LinuxAppIcons icons_;
     LinuxRunningApps runningApps_;
     LinuxDesktop desktop_;
+    LinuxMetadata metadata_;
 };
 
 } // namespace vellory

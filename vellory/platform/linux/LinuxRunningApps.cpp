@@ -12,7 +12,10 @@
 #include "platform/linux/AppWindows.h"
 #include "platform/linux/DesktopEntryFile.h"
 #include "platform/linux/Launcher.h"
+#include "platform/linux/ProcessInfo.h"
+#include "platform/linux/StartTracker.h"
 #include "platform/linux/StartupNotification.h"
+#include "platform/linux/SystemdUnits.h"
 
 namespace vellory {
 
@@ -54,7 +57,12 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
             Scheduler& scheduler)
         : entries_(std::move(entries)), loop_(loop), scheduler_(scheduler),
           launcher_(std::make_shared<const Launcher>(options.environment)),
-          connection_(X11Connection::open(options.environment.value("DISPLAY"))) {}
+          connection_(X11Connection::open(options.environment.value("DISPLAY"))),
+          tracker_(secondsSinceBoot()),
+          units_(options.environment, loop,
+                 [this](const std::string& unit, SystemdUnits::Change change) {
+                     noteUnit(unit, change);
+                 }) {}
 
     /// Not in the constructor: callbacks hold this object weakly.
     void connect() {
@@ -71,6 +79,9 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
         const auto windows = read();
         running_ = appsOf(windows);
         seen_ = identifiersOf(windows);
+        for (const AppWindow& window : windows) {
+            tracker_.found(window.app, window.startupId);
+        }
         lookAfterEvents();
     }
 
@@ -92,10 +103,16 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
             return;
         }
         const bool isAnother = mode == Open::newInstance && !windowsOf(app.bundleID).empty();
-        start(app, isAnother ? newWindowAction(app.url) : "", std::move(completion));
+        start(app, {.action = isAnother ? newWindowAction(app.url) : ""}, std::move(completion));
     }
 
-    void start(const InstalledApp& app, const std::string& action, Completion completion) {
+    /// What an app is started with.
+    struct Task {
+        std::string action = {};
+        std::vector<std::filesystem::path> files = {};
+    };
+
+    void start(const InstalledApp& app, Task task, Completion completion) {
         const xcb_timestamp_t time = isConnected() ? connection_->serverTime() : 0;
         Start start;
         start.startupId = StartupNotification::freshId(time);
@@ -110,7 +127,8 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
             StartupNotification::begin(*connection_,
                                        {start.startupId, app.name, file.string(), time});
         }
-        const Launcher::Request request{app.bundleID, file, action, start.startupId};
+        const Launcher::Request request{app.bundleID, file, std::move(task.action), start.startupId,
+                                        std::move(task.files)};
         endStart(app.bundleID);
         start.timeout = scheduler_.after(startSeconds, [this, id = app.bundleID] { endStart(id); });
         starts_[app.bundleID] = std::move(start);
@@ -302,7 +320,7 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
         }
     }
 
-    /// Tells the observer which apps have got their first window or lost their last one.
+    /// Tells the observer which apps were started or have lost their last window.
     void compare() {
         const auto manager = connection_->windowManager();
         if (manager != windowManager_) {
@@ -320,15 +338,17 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
         }
         const auto windows = read();
         const std::set<BundleID> now = appsOf(windows);
-        std::vector<BundleID> launched;
-        std::ranges::set_difference(now, running_, std::back_inserter(launched));
-        std::vector<BundleID> quit;
+        std::vector<BundleID> came;
+        std::ranges::set_difference(now, running_, std::back_inserter(came));
+        std::vector<BundleID> gone;
         if (!isSettling_) {
-            std::ranges::set_difference(running_, now, std::back_inserter(quit));
+            std::ranges::set_difference(running_, now, std::back_inserter(gone));
         }
-        running_.insert(launched.begin(), launched.end());
-        for (const BundleID& id : quit) {
+        const std::vector<BundleID> launched = startedAmong(came, windows);
+        running_.insert(came.begin(), came.end());
+        for (const BundleID& id : gone) {
             running_.erase(id);
+            tracker_.windowsWent(id, secondsSinceBoot());
         }
         for (const AppWindow& window : windows) {
             if (!seen_.contains(window.window)) {
@@ -336,6 +356,47 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
             }
         }
         seen_ = identifiersOf(windows);
+        tell(launched, gone, launched.size() < came.size());
+    }
+
+    /// Those of the apps that have just got windows that were started for it.
+    std::vector<BundleID> startedAmong(const std::vector<BundleID>& came,
+                                       const std::vector<AppWindow>& windows) {
+        std::vector<BundleID> started;
+        for (const BundleID& id : came) {
+            const auto first = std::ranges::find(windows, id, &AppWindow::app);
+            if (tracker_.windowsCame(id,
+                                     {.processStart = processStart(first->pid),
+                                      .startupId = first->startupId,
+                                      .isExpected = starts_.contains(id)},
+                                     secondsSinceBoot())) {
+                started.push_back(id);
+            }
+        }
+        return started;
+    }
+
+    void noteUnit(const std::string& unit, SystemdUnits::Change change) {
+        if (change == SystemdUnits::Change::went) {
+            tracker_.unitWent(unit, secondsSinceBoot());
+            return;
+        }
+        const auto& entries = entries_->lastRead();
+        for (const std::string& id : appIdsOfUnit(unit)) {
+            const auto entry = entries.find(id);
+            if (entry == entries.end()) {
+                continue;
+            }
+            // What menus do not show is a part of the desktop, not an app that somebody starts.
+            if (entry->second.isShown && tracker_.unitCame(id, unit, secondsSinceBoot())) {
+                tell({id}, {}, false);
+            }
+            return;
+        }
+    }
+
+    void tell(const std::vector<BundleID>& launched, const std::vector<BundleID>& quit,
+              bool isChangedBeside) const {
         // Callbacks may ask this object again or replace the observer.
         const Observer observer = observer_;
         for (const BundleID& id : launched) {
@@ -348,6 +409,9 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
                 observer.quit(id);
             }
         }
+        if (isChangedBeside && observer.changed) {
+            observer.changed();
+        }
     }
 
     std::shared_ptr<DesktopEntries> entries_;
@@ -357,7 +421,8 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
     std::unique_ptr<X11Connection> connection_;
     std::optional<AppWindows> windows_;
     std::optional<xcb_window_t> windowManager_;
-    std::set<BundleID> running_;  ///< as the observer was told
+    StartTracker tracker_;
+    std::set<BundleID> running_;  ///< the apps with windows, as of the last comparison
     std::set<xcb_window_t> seen_; ///< the windows of the last comparison
     std::map<BundleID, Start> starts_;
     Observer observer_;
@@ -370,6 +435,7 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
     Scheduler::Handle spentSettling_;
     Scheduler::Handle spentTimeout_;
     EventLoop::Handle watch_;
+    SystemdUnits units_; ///< last: what it tells goes to all of the above
 };
 
 LinuxRunningApps::LinuxRunningApps(Options options, std::shared_ptr<DesktopEntries> entries,
@@ -399,7 +465,12 @@ void LinuxRunningApps::open(const InstalledApp& app, Open mode, Completion compl
 
 void LinuxRunningApps::perform(const InstalledApp& app, const std::string& action,
                                Completion completion) {
-    session_->start(app, action, std::move(completion));
+    session_->start(app, {.action = action}, std::move(completion));
+}
+
+void LinuxRunningApps::openFile(const InstalledApp& app, const std::filesystem::path& file,
+                                Completion completion) {
+    session_->start(app, {.files = {file}}, std::move(completion));
 }
 
 bool LinuxRunningApps::activate(const BundleID& id) {

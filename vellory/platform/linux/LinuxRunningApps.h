@@ -30,6 +30,8 @@ class LinuxRunningApps final : public RunningApps {
     void open(const InstalledApp& app, Open mode, Completion completion) override;
     void perform(const InstalledApp& app, const std::string& action,
                  Completion completion) override;
+    void openFile(const InstalledApp& app, const std::filesystem::path& file,
+                  Completion completion) override;
     bool activate(const BundleID& id) override;
     bool hide(const BundleID& id) override;
     bool unhide(const BundleID& id) override;

@@ -4,10 +4,13 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <optional>
 #include <ranges>
+
+#include <unistd.h>
 
 namespace vellory {
 
@@ -116,6 +119,34 @@ std::vector<std::string> appIdsOfUnit(std::string_view unit) {
         ids.push_back(unescaped(id));
     }
     return ids;
+}
+
+double secondsSinceBoot() {
+    timespec time{};
+    clock_gettime(CLOCK_BOOTTIME, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+}
+
+std::optional<double> processStart(std::int64_t pid) {
+    if (pid <= 0) {
+        return std::nullopt;
+    }
+    const std::string stat = readAll(fs::path("/proc") / std::to_string(pid) / "stat");
+    // The program's name, in parentheses, may hold anything; the start is the 20th word after it.
+    const std::size_t nameEnd = stat.rfind(')');
+    if (nameEnd == std::string::npos) {
+        return std::nullopt;
+    }
+    constexpr std::size_t startWord = 20;
+    const auto words = split(std::string_view(stat).substr(nameEnd + 1), ' ');
+    std::uint64_t ticks = 0;
+    if (words.size() <= startWord ||
+        std::from_chars(words[startWord].data(), words[startWord].data() + words[startWord].size(),
+                        ticks)
+                .ec != std::errc{}) {
+        return std::nullopt;
+    }
+    return static_cast<double>(ticks) / static_cast<double>(sysconf(_SC_CLK_TCK));
 }
 
 ProcessInfo readProcess(std::int64_t pid) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,6 +21,12 @@ struct ProcessInfo {
 
 /// Empty for a process that is gone or belongs to somebody else.
 ProcessInfo readProcess(std::int64_t pid);
+
+/// The time since the machine was started, in seconds, times of sleep included.
+double secondsSinceBoot();
+/// When a process began, by that clock and to a hundredth of a second; nothing for one that is
+/// gone.
+std::optional<double> processStart(std::int64_t pid);
 
 /// The ids that a unit name such as "app-gnome-org.gnome.Maps-4711.scope" may stand for: launchers
 /// put their own name before the id or leave it out, and not all escape its hyphens.
