@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "Workspaces/WellKnownApps.h"
+#include "Board/WellKnownApps.h"
 
 namespace vellory {
 

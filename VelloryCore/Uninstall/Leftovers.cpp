@@ -8,6 +8,7 @@
 #include <system_error>
 #include <utility>
 
+#include "Board/WellKnownApps.h"
 #include "Support/Text.h"
 #include "Uninstall/DiskUsage.h"
 
@@ -16,8 +17,6 @@ namespace vellory::Leftovers {
 namespace fs = std::filesystem;
 
 namespace {
-
-constexpr std::string_view ownBundleID = "com.quorvel.vellory";
 
 /// A place made of one name: the file or folder `folder/<name><suffix>` under Library.
 struct Place {
@@ -153,7 +152,7 @@ class Search {
 
 bool canUninstall(const InstalledApp& app) {
     return !app.url.lexically_normal().native().starts_with("/System/") &&
-           !app.bundleID.starts_with("com.apple.") && app.bundleID != ownBundleID;
+           !app.bundleID.starts_with("com.apple.") && app.bundleID != WellKnownApps::vellory;
 }
 
 std::vector<Item> find(const BundleID& bundleID, std::string_view appName, const fs::path& home) {

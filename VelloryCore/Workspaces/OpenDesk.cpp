@@ -5,7 +5,7 @@
 #include <set>
 #include <string_view>
 
-#include "Workspaces/WellKnownApps.h"
+#include "Board/WellKnownApps.h"
 
 namespace vellory {
 

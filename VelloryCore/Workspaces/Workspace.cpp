@@ -8,8 +8,8 @@
 #include <iomanip>
 #include <sstream>
 
+#include "Board/WellKnownApps.h"
 #include "Support/AtomicFile.h"
-#include "Workspaces/WellKnownApps.h"
 
 namespace vellory {
 

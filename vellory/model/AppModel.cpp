@@ -7,8 +7,8 @@
 
 #include <QPointer>
 
+#include "Board/WellKnownApps.h"
 #include "Support/AtomicFile.h"
-#include "Workspaces/WellKnownApps.h"
 #include "platform/Desktop.h"
 
 namespace vellory {

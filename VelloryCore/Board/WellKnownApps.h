@@ -3,8 +3,8 @@
 
 #include <string_view>
 
-/// Apps that opening a workspace or restoring a desk never hides or quits. A desktop adds its own
-/// file manager and shell to the protected apps that it passes in.
+/// Apps that the rules name. Opening a workspace or restoring a desk hides or quits neither; a
+/// desktop adds its own file manager and shell to the protected apps that it passes in.
 namespace vellory::WellKnownApps {
 
 inline constexpr std::string_view finder = "com.apple.finder";
