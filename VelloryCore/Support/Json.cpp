@@ -8,6 +8,11 @@ namespace vellory::json {
 
 namespace {
 
+/// No JSON holds this byte, but the parser would take it for the end of the text.
+bool holdsNul(std::string_view text) {
+    return text.find('\0') != std::string_view::npos;
+}
+
 /// A text that is about to be parsed.
 struct Prepared {
     /// Runs of blanks outside of strings as one space: the parser takes its time over each of the
@@ -109,6 +114,9 @@ class VisitorEvents final : public nlohmann::json_sax<Value> {
 } // namespace
 
 std::expected<Value, Error> parse(std::string_view text) {
+    if (holdsNul(text)) {
+        return std::unexpected(Error::syntax);
+    }
     const Prepared ready = prepared(text);
     if (ready.depth > maxDepth || ready.values > maxValues) {
         return std::unexpected(Error::syntax);
@@ -122,6 +130,9 @@ std::expected<Value, Error> parse(std::string_view text) {
 }
 
 VisitResult visit(std::string_view text, DocumentVisitor& visitor) {
+    if (holdsNul(text)) {
+        return VisitResult::malformed;
+    }
     VisitorEvents events(visitor);
     if (Value::sax_parse(text.begin(), text.end(), &events)) {
         return VisitResult::complete;

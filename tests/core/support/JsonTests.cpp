@@ -41,7 +41,8 @@ TEST(Json, IsWrittenWithSortedKeysAndWithoutAbsentFields) {
 }
 
 TEST(Json, RequiredKeysMustBeThereAndOfTheirType) {
-    const std::pair<const char*, std::expected<Record, Error>> cases[] = {
+    using namespace std::string_view_literals;
+    const std::pair<std::string_view, std::expected<Record, Error>> cases[] = {
         {R"({"count":1,"values":[]})", Record{1, {}, {}, {}}},
         {R"({"count":1,"values":[],"note":null,"flags":null,"x":[{}]})", Record{1, {}, {}, {}}},
         {R"({"count":3.0,"values":[1,2.5]})", Record{3, {}, {1, 2.5}, {}}},
@@ -59,6 +60,7 @@ TEST(Json, RequiredKeysMustBeThereAndOfTheirType) {
         {R"(null)", std::unexpected(Error::mismatch)},
         {"", std::unexpected(Error::syntax)},
         {R"({"count":1,"values":[]} x)", std::unexpected(Error::syntax)},
+        {"{\"count\":1,\"values\":[]}\0"sv, std::unexpected(Error::syntax)},
         {R"({"count":1,"values":[],})", std::unexpected(Error::syntax)},
         {R"({"count":NaN,"values":[]})", std::unexpected(Error::syntax)},
         {R"({"count":1,"values":[1e999]})", std::unexpected(Error::syntax)},
