@@ -6,21 +6,24 @@
 
 namespace vellory {
 
-std::size_t LayoutItem::appCount() const {
-    if (app() != nullptr) {
-        return 1;
-    }
-    const auto items = folder()->pages | std::views::join;
-    return static_cast<std::size_t>(
-        std::ranges::count_if(items, [](const auto& item) { return item.app() != nullptr; }));
-}
+namespace {
 
-std::size_t Layout::appCount() const {
+std::size_t appsOn(const std::vector<LayoutPage>& pages) {
     std::size_t count = 0;
     for (const LayoutItem& item : pages | std::views::join) {
         count += item.appCount();
     }
     return count;
+}
+
+} // namespace
+
+std::size_t LayoutItem::appCount() const {
+    return app() != nullptr ? 1 : appsOn(folder()->pages);
+}
+
+std::size_t Layout::appCount() const {
+    return appsOn(pages);
 }
 
 std::size_t Layout::folderCount() const {

@@ -39,8 +39,7 @@ struct LayoutItem {
     const App* app() const { return std::get_if<App>(&content); }
     const Folder* folder() const { return std::get_if<Folder>(&content); }
 
-    /// 1 for an app; for a folder the apps on its pages. A folder within a folder counts for
-    /// nothing, as a board takes nothing from it.
+    /// 1 for an app; for a folder the apps on its pages, those of folders within it included.
     std::size_t appCount() const;
 
     friend bool operator==(const LayoutItem&, const LayoutItem&) = default;
@@ -51,7 +50,7 @@ struct LayoutItem {
 struct Layout {
     std::vector<LayoutPage> pages;
 
-    /// All apps, those in folders included.
+    /// All apps, those in folders of any depth included.
     std::size_t appCount() const;
     /// The folders on all pages.
     std::size_t folderCount() const;
