@@ -22,8 +22,9 @@ constexpr bool isDigit(char c) {
 
 } // namespace
 
-/// An ICU collator, and for locales that leave ASCII in the root order a table of its weights:
-/// names of printable ASCII then compare by short keys that give exactly the collator's answer.
+/// An ICU collator, and for locales that leave them in the root order a table of the weights of
+/// printable ASCII and the basic Cyrillic letters: names of nothing else, plain ones, then compare
+/// by short keys that give exactly the collator's answer.
 class Collator::Rules {
   public:
     explicit Rules(std::string_view locale) {
@@ -40,42 +41,42 @@ class Collator::Rules {
         }
         collator_->setAttribute(UCOL_NUMERIC_COLLATION, UCOL_ON, status);
         collator_->setStrength(icu::Collator::SECONDARY);
-        weighAscii();
+        weighPlainCharacters();
     }
 
     std::weak_ordering compare(std::string_view a, std::string_view b) const {
         std::string keyOfA;
         std::string keyOfB;
-        if (appendAsciiKey(keyOfA, a) && appendAsciiKey(keyOfB, b)) {
+        if (appendPlainKey(keyOfA, a) && appendPlainKey(keyOfB, b)) {
             return keyOfA <=> keyOfB;
         }
         return compareByCollator(a, b);
     }
 
-    /// Sorts texts that have an ASCII key apart from those that have not, each by keys that compare
+    /// Sorts texts that have a plain key apart from those that have not, each by keys that compare
     /// byte by byte, and merges the two lists by asking the collator.
     std::vector<std::size_t> sortedOrder(const std::vector<std::string>& names) const {
         std::string bytes; // all keys, one behind the other: no allocation for each
         bytes.reserve(names.size() * 24);
-        std::vector<Key> ascii;
+        std::vector<Key> plain;
         std::vector<Key> others;
-        ascii.reserve(names.size());
+        plain.reserve(names.size());
         for (std::size_t i = 0; i < names.size(); ++i) {
             const std::size_t begin = bytes.size();
-            const bool isAscii = appendAsciiKey(bytes, names[i]);
-            if (!isAscii) {
+            const bool isPlain = appendPlainKey(bytes, names[i]);
+            if (!isPlain) {
                 appendCollationKey(bytes, names[i]);
             }
-            (isAscii ? ascii : others)
+            (isPlain ? plain : others)
                 .push_back({.begin = begin,
                             .size = static_cast<std::uint32_t>(bytes.size() - begin),
                             .name = static_cast<std::uint32_t>(i)});
         }
-        sortKeys(ascii, bytes);
+        sortKeys(plain, bytes);
         sortKeys(others, bytes);
         std::vector<std::size_t> order;
         order.reserve(names.size());
-        auto next = ascii.cbegin();
+        auto next = plain.cbegin();
         for (const Key& other : others) {
             const auto isBefore = [&](const Key& key) {
                 const auto found = compareByCollator(names[key.name], names[other.name]);
@@ -84,18 +85,18 @@ class Collator::Rules {
             // Mostly a few steps away: searched in a window that doubles until it holds the place.
             auto from = next;
             std::ptrdiff_t window = 1;
-            while (ascii.cend() - from > window && isBefore(from[window])) {
+            while (plain.cend() - from > window && isBefore(from[window])) {
                 from += window;
                 window *= 2;
             }
-            const auto to = from + std::min(window, ascii.cend() - from);
+            const auto to = from + std::min(window, plain.cend() - from);
             const auto end = std::partition_point(from, to, isBefore);
             for (; next != end; ++next) {
                 order.push_back(next->name);
             }
             order.push_back(other.name);
         }
-        for (; next != ascii.cend(); ++next) {
+        for (; next != plain.cend(); ++next) {
             order.push_back(next->name);
         }
         return order;
@@ -152,56 +153,81 @@ class Collator::Rules {
         return collator_->compareUTF8(piece(a), piece(b), status) <=> UCOL_EQUAL;
     }
 
-    /// Ranks the printable ASCII characters by asking the collator, unless the locale moves some of
-    /// them, passes some over (Thai does so with blanks) or treats a sequence of them (such as the
-    /// Czech "ch") as one letter.
-    void weighAscii() {
+    /// Whether the locale leaves the characters of a block where they stand in the root order, and
+    /// treats no sequence of them (such as the Czech "ch") as one letter.
+    static bool isInRootOrder(const icu::UnicodeSet& block, const icu::UnicodeSet& tailored) {
+        icu::UnicodeSet moved(tailored);
+        moved.retainAll(block);
+        for (icu::UnicodeSetIterator element(tailored); element.next();) {
+            if (element.isString() && block.containsAll(element.getString())) {
+                return false;
+            }
+        }
+        return moved.isEmpty();
+    }
+
+    /// Ranks the plain characters by asking the collator. None where the locale moves some of ASCII
+    /// or passes some over (Thai does so with blanks), and no Cyrillic where it moves some of that.
+    void weighPlainCharacters() {
         UErrorCode status = U_ZERO_ERROR;
         const std::unique_ptr<icu::UnicodeSet> tailored(collator_->getTailoredSet(status));
-        const icu::UnicodeSet ascii(0x00, 0x7F);
-        if (U_FAILURE(status) || tailored == nullptr) {
+        icu::UnicodeSet plain(0x00, 0x7F);
+        if (U_FAILURE(status) || tailored == nullptr || !isInRootOrder(plain, *tailored)) {
             return;
         }
-        icu::UnicodeSet moved(*tailored);
-        moved.retainAll(ascii);
-        bool sequences = false;
-        for (icu::UnicodeSetIterator element(*tailored); element.next();) {
-            sequences = sequences || (element.isString() && ascii.containsAll(element.getString()));
+        std::vector<char16_t> characters(u'\x7F' - u' ');
+        std::iota(characters.begin(), characters.end(), u' ');
+        if (isInRootOrder(plain.add(firstCyrillic, lastCyrillic), *tailored)) {
+            for (char16_t c = firstCyrillic; c <= lastCyrillic; ++c) {
+                characters.push_back(c);
+            }
         }
-        if (!moved.isEmpty() || sequences) {
-            return;
-        }
-        std::array<char, 0x7F - 0x20> characters{};
-        std::iota(characters.begin(), characters.end(), ' ');
-        const auto before = [&](char a, char b) {
+        const auto before = [&](char16_t a, char16_t b) {
             UErrorCode ignored = U_ZERO_ERROR;
-            return collator_->compareUTF8({&a, 1}, {&b, 1}, ignored) == UCOL_LESS;
+            return collator_->compare(&a, 1, &b, 1, ignored) == UCOL_LESS;
         };
-        const auto isPassedOver = [&](char c) {
+        const auto isPassedOver = [&](char16_t c) {
             UErrorCode ignored = U_ZERO_ERROR;
-            return collator_->compareUTF8({&c, 1}, "", ignored) == UCOL_EQUAL;
+            return collator_->compare(&c, 1, u"", 0, ignored) == UCOL_EQUAL;
         };
         if (std::ranges::any_of(characters, isPassedOver)) {
             return;
         }
         std::ranges::sort(characters, before);
-        // Weight 0 is "not in the table"; steps of one leave room for 95 characters in a byte.
+        // Weight 0 is "not in the table". With case aside there are about a hundred weights.
         std::uint8_t weight = 1;
         for (std::size_t i = 0; i < characters.size(); ++i) {
             if (i > 0 && before(characters[i - 1], characters[i])) {
                 ++weight;
             }
-            weights_[static_cast<unsigned char>(characters[i])] = weight;
+            weights_[characters[i]] = weight;
         }
+    }
+
+    /// The weight of the character at `text[at]`, which `size` bytes spell; 0 when it has none.
+    std::uint8_t weightAt(std::string_view text, std::size_t at, std::size_t& size) const {
+        const auto first = static_cast<unsigned char>(text[at]);
+        size = 1;
+        if (first < 0x80) {
+            return weights_[first];
+        }
+        // Two bytes spell every character from U+0400 to U+047F.
+        if ((first & 0xFEU) != 0xD0 || at + 1 == text.size()) {
+            return 0;
+        }
+        const auto second = static_cast<unsigned char>(text[at + 1]);
+        size = 2;
+        return (second & 0xC0U) == 0x80 ? weights_[(first & 0x1FU) << 6U | (second & 0x3FU)] : 0;
     }
 
     /// Appends a key whose bytes compare as the collator compares the texts. A run of digits
     /// becomes the weight of "0", its length without leading zeros, and its digits. Appends nothing
     /// and returns false for a text with characters that the table does not know.
-    bool appendAsciiKey(std::string& key, std::string_view text) const {
+    bool appendPlainKey(std::string& key, std::string_view text) const {
         const std::size_t begin = key.size();
         for (std::size_t i = 0; i < text.size();) {
-            const std::uint8_t weight = weights_[static_cast<unsigned char>(text[i])];
+            std::size_t size = 0;
+            const std::uint8_t weight = weightAt(text, i, size);
             if (weight == 0) {
                 key.resize(begin);
                 return false;
@@ -210,7 +236,7 @@ class Collator::Rules {
                 i = appendNumber(key, text, i);
             } else {
                 key.push_back(static_cast<char>(weight));
-                ++i;
+                i += size;
             }
         }
         return true;
@@ -255,10 +281,13 @@ class Collator::Rules {
     }
 
     static constexpr std::size_t maxDigits = 254;
+    // А to я: every letter of them has a weight of its own, unlike ё, an е with an accent.
+    static constexpr char16_t firstCyrillic = 0x410;
+    static constexpr char16_t lastCyrillic = 0x44F;
 
     std::unique_ptr<icu::Collator> collator_;
     /// By character; 0 for those that have none, which are all when the table is not in use.
-    std::array<std::uint8_t, 0x100> weights_{};
+    std::array<std::uint8_t, 0x480> weights_{};
 };
 
 Collator::Collator(std::string_view locale) : rules_(std::make_shared<const Rules>(locale)) {}
