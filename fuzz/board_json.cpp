@@ -157,7 +157,7 @@ class Play {
     FuzzedDataProvider& input_;
     Board& board_;
     UuidSource uuids_ = freshUuids();
-    const Text::Collator collator_{"en"};
+    inline static const Text::Collator collator_{"en"};
 };
 
 } // namespace

@@ -3,10 +3,10 @@
 // error.
 #include <string_view>
 
-#include "DatabaseFile.h"
 #include "Import/BackupReader.h"
 #include "Import/PathList.h"
 #include "Import/RivalImport.h"
+#include "InputFile.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace vellory;
