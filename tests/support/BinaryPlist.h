@@ -23,6 +23,10 @@ class BinaryPlist {
 
     Index addBoolean(bool value) { return add(std::string(1, value ? '\x09' : '\x08')); }
     Index addInteger(std::uint64_t value) { return add('\x13' + number(value, 8)); }
+    Index addUid(std::uint32_t index) { return add('\x83' + number(index, 4)); }
+    Index addData(std::string_view bytes) {
+        return add(marker(0x4, bytes.size()) + std::string(bytes));
+    }
     Index addText(std::string_view ascii) {
         return add(marker(0x5, ascii.size()) + std::string(ascii));
     }

@@ -146,25 +146,5 @@ TEST(LaunchpadImporter, LongTextsEndTheRowsAtTheLimit) {
     EXPECT_EQ(layout->appCount(), maxTextBytes / length + 1);
 }
 
-TEST(LaunchpadImporter, ADatabaseCutAnywhereGivesRowsOrAnError) {
-    const TemporaryFolder folder;
-    const fs::path file = folder.path() / "db";
-    TestDatabase(file).run(std::string("PRAGMA page_size = 512;") + tables +
-                           manyRows(3, 60, "x, 'uuid', 4, 2, x", "items") +
-                           manyRows(3, 60, "x, 'Title', 'com.example.app' || x", "apps"));
-    const std::string whole = test::contentOf(file);
-    const auto everything = importLayout(file);
-    ASSERT_TRUE(everything);
-    EXPECT_EQ(everything->appCount(), 60U);
-    for (std::size_t length = 0; length < whole.size(); length += 101) {
-        const auto layout = importLayout(folder.write("cut", whole.substr(0, length)));
-        if (layout) {
-            EXPECT_LE(layout->appCount(), 60U);
-        } else {
-            EXPECT_NE(layout.error().kind, ImportError::Kind::notFound);
-        }
-    }
-}
-
 } // namespace
 } // namespace vellory::LaunchpadImporter

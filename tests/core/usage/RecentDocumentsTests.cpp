@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 
 #include "Usage/Bookmark.h"
+#include "support/BinaryPlist.h"
 #include "support/TemporaryFolder.h"
 
 namespace vellory::RecentDocuments {
@@ -73,84 +74,71 @@ std::string bookmark(const std::vector<std::string>& components) {
     return writer.data();
 }
 
-std::string base64(std::string_view bytes) {
-    static constexpr std::string_view digits =
-        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string out;
-    for (std::size_t i = 0; i < bytes.size(); i += 3) {
-        std::uint32_t group = 0;
-        for (std::size_t j = 0; j < 3; ++j) {
-            group = group << 8U |
-                    (i + j < bytes.size() ? static_cast<unsigned char>(bytes[i + j]) : 0U);
-        }
-        for (std::size_t j = 0; j < 4; ++j) {
-            out.push_back(i + j > bytes.size() ? '=' : digits[group >> (18 - 6 * j) & 63U]);
-        }
-    }
-    return out;
-}
-
-std::string uid(std::size_t index) {
-    return "<dict><key>CF$UID</key><integer>" + std::to_string(index) + "</integer></dict>";
-}
-std::string text(std::string_view content) {
-    return "<string>" + std::string(content) + "</string>";
-}
-std::string blob(std::string_view content) {
-    return "<data>" + base64(content) + "</data>";
-}
-
-/// Writes a keyed archive object by object.
+/// Writes a keyed archive object by object. Objects are told by their numbers in the archive; 0 is
+/// no object.
 class ArchiveWriter {
   public:
-    std::size_t add(std::string object) {
-        objects_.push_back(std::move(object));
-        return objects_.size() - 1;
+    using Number = std::uint32_t;
+    using Index = test::BinaryPlist::Index;
+
+    Number text(std::string_view content) { return add(list_.addText(content)); }
+    Number data(std::string_view content) { return add(list_.addData(content)); }
+    Number listOf(const std::vector<Number>& elements) {
+        return object({{"NS.objects", references(elements)}});
     }
-    std::size_t list(const std::vector<std::size_t>& elements) {
-        return add("<dict><key>NS.objects</key>" + references(elements) + "</dict>");
-    }
-    std::size_t dictionary(const std::vector<std::pair<std::string, std::size_t>>& members) {
-        std::vector<std::size_t> keys;
-        std::vector<std::size_t> values;
+    Number dictionary(const std::vector<std::pair<std::string, Number>>& members) {
+        std::vector<Number> keys;
+        std::vector<Number> values;
         for (const auto& [key, value] : members) {
-            keys.push_back(add(text(key)));
+            keys.push_back(text(key));
             values.push_back(value);
         }
-        return add("<dict><key>NS.keys</key>" + references(keys) + "<key>NS.objects</key>" +
-                   references(values) + "</dict>");
+        return object({{"NS.keys", references(keys)}, {"NS.objects", references(values)}});
     }
-    /// The whole archive, whose root holds `items`.
-    std::string archive(const std::vector<std::size_t>& items) {
-        return archiveOf(dictionary({{"items", list(items)}}));
+    Number object(const std::vector<std::pair<std::string, Index>>& fields) {
+        return add(plain(fields));
     }
-    std::string archiveOf(std::size_t root) const {
-        std::string out = "<plist version=\"1.0\"><dict><key>$top</key><dict><key>root</key>" +
-                          uid(root) + "</dict><key>$objects</key><array>";
-        for (const std::string& object : objects_) {
-            out += object;
+
+    Number add(Index object) {
+        objects_.push_back(object);
+        return static_cast<Number>(objects_.size() - 1);
+    }
+    Index reference(Number object) { return list_.addUid(object); }
+    Index references(const std::vector<Number>& objects) {
+        std::vector<Index> out;
+        for (const Number object : objects) {
+            out.push_back(reference(object));
         }
-        return out + "</array></dict></plist>";
+        return list_.addArray(out);
+    }
+
+    /// The whole archive, whose root holds `items`.
+    std::string archive(const std::vector<Number>& items) {
+        return archiveOf(dictionary({{"items", listOf(items)}}));
+    }
+    std::string archiveOf(Number root) {
+        return list_.bytes(plain({{"$top", plain({{"root", reference(root)}})},
+                                  {"$objects", list_.addArray(objects_)}}));
     }
 
   private:
-    static std::string references(const std::vector<std::size_t>& elements) {
-        std::string out = "<array>";
-        for (const std::size_t element : elements) {
-            out += uid(element);
+    Index plain(const std::vector<std::pair<std::string, Index>>& members) {
+        std::vector<std::pair<Index, Index>> out;
+        for (const auto& [key, value] : members) {
+            out.emplace_back(list_.addText(key), value);
         }
-        return out + "</array>";
+        return list_.addDictionary(out);
     }
 
-    std::vector<std::string> objects_{"<string>$null</string>"};
+    test::BinaryPlist list_;
+    std::vector<Index> objects_{list_.addText("$null")};
 };
 
 TEST(RecentDocuments, BookmarksAreReadInTheOrderStoredUpToTheLimit) {
     ArchiveWriter w;
-    std::vector<std::size_t> items;
+    std::vector<ArchiveWriter::Number> items;
     for (const char* name : {"b.txt", "a.txt", "ö.txt"}) {
-        const auto bytes = w.add(blob(bookmark({"Users", "me", name})));
-        items.push_back(w.dictionary({{"Name", w.add(text(name))}, {"Bookmark", bytes}}));
+        items.push_back(w.dictionary({{"Bookmark", w.data(bookmark({"Users", "me", name}))}}));
     }
     const std::string archive = w.archive(items);
     EXPECT_THAT(urls(archive, 10),
@@ -162,14 +150,12 @@ TEST(RecentDocuments, BookmarksAreReadInTheOrderStoredUpToTheLimit) {
 TEST(RecentDocuments, ItemsOfEveryGenerationAreUnderstood) {
     ArchiveWriter w;
     // Data in an object of its own; fields of an object instead of a dictionary; links.
-    const auto wrapped =
-        w.add("<dict><key>NS.data</key>" + blob(bookmark({"wrapped"})) + "</dict>");
-    const auto raw = w.add(blob(bookmark({"field"})));
-    const auto field = w.add("<dict><key>bookmark</key>" + uid(raw) + "</dict>");
-    const auto link = w.add(text("file:///with%20link"));
-    const auto url = w.add("<dict><key>NS.base</key>" + uid(0) + "<key>NS.relative</key>" +
-                           uid(w.add(text("file://localhost/url"))) + "</dict>");
-    const auto broken = w.add(blob("book, but broken"));
+    const auto wrapped = w.object({{"NS.data", w.reference(w.data(bookmark({"wrapped"})))}});
+    const auto field = w.object({{"bookmark", w.reference(w.data(bookmark({"field"})))}});
+    const auto link = w.text("file:///with%20link");
+    const auto url = w.object({{"NS.base", w.reference(0)},
+                               {"NS.relative", w.reference(w.text("file://localhost/url"))}});
+    const auto broken = w.data("book, but broken");
     EXPECT_THAT(urls(w.archive({w.dictionary({{"Bookmark", wrapped}}), field,
                                 w.dictionary({{"URL", link}}), w.dictionary({{"URL", url}}),
                                 w.dictionary({{"Bookmark", broken}, {"URL", link}})}),
@@ -179,50 +165,36 @@ TEST(RecentDocuments, ItemsOfEveryGenerationAreUnderstood) {
 
 TEST(RecentDocuments, BrokenItemsAreLeftOutAndTheOthersStay) {
     ArchiveWriter w;
-    const auto good = w.dictionary({{"Bookmark", w.add(blob(bookmark({"good"})))}});
-    const auto remote = w.add(text("https://example.com/x"));
-    const std::vector<std::size_t> items{
-        w.dictionary({{"Name", remote}}),
-        w.dictionary({{"Bookmark", std::size_t{0}}}),
-        w.dictionary({{"Bookmark", std::size_t{999'999}}}),
-        w.dictionary({{"Bookmark", remote}}),
-        w.dictionary({{"URL", remote}}),
-        0,
-        888'888,
-        remote,
-        good,
-    };
-    EXPECT_THAT(urls(w.archive(items), 10), ElementsAre("/good"));
+    const auto good = w.dictionary({{"Bookmark", w.data(bookmark({"good"}))}});
+    const auto remote = w.text("https://example.com/x");
+    EXPECT_THAT(
+        urls(w.archive({w.dictionary({{"Name", remote}}), w.dictionary({{"Bookmark", 0}}),
+                        w.dictionary({{"Bookmark", 999'999}}), w.dictionary({{"Bookmark", remote}}),
+                        w.dictionary({{"URL", remote}}), 0, 888'888, remote, good}),
+             10),
+        ElementsAre("/good"));
 }
 
 TEST(RecentDocuments, ArchivesThatRunInCirclesOrAreNoneGiveNothing) {
-    const std::string circle = uid(1);
-    const std::vector<std::string> objects{
-        // The root is its own list of items, its own item and its own bookmark.
-        "<dict><key>items</key>" + circle + "<key>Bookmark</key>" + circle + "<key>NS.data</key>" +
-            circle + "<key>NS.string</key>" + circle + "<key>URL</key>" + circle +
-            "<key>NS.relative</key>" + circle + "</dict>",
-        // The same as a list and as a dictionary of itself.
-        "<dict><key>items</key>" + circle + "<key>NS.objects</key><array>" + circle + circle +
-            "</array></dict>",
-        "<dict><key>NS.keys</key><array>" + circle + "</array><key>NS.objects</key><array>" +
-            circle + "</array></dict>",
-        circle, // a reference to itself
-        "<string>items</string>",
-        "<array>" + circle + "</array>",
-    };
-    for (const std::string& object : objects) {
-        ArchiveWriter w;
-        w.add(object);
-        EXPECT_THAT(urls(w.archiveOf(1), 10), IsEmpty()) << object;
+    ArchiveWriter circle; // the root is its own list of items, its own item and its own bookmark
+    std::vector<std::pair<std::string, ArchiveWriter::Index>> fields;
+    for (const char* key : {"items", "Bookmark", "NS.data", "NS.string", "URL", "NS.relative"}) {
+        fields.emplace_back(key, circle.reference(1));
     }
-    for (const std::string archive :
-         {"", "bplist00", "<plist><array/></plist>", "<plist><dict/></plist>",
-          "<plist><dict><key>$objects</key><array/></dict></plist>",
-          "<plist><dict><key>$objects</key><dict/><key>$top</key><string/></dict></plist>"}) {
-        EXPECT_THAT(urls(archive, 10), IsEmpty()) << archive;
+    ArchiveWriter list; // the same as a list of itself
+    ArchiveWriter dictionary;
+    ArchiveWriter itself;
+    for (const std::string& archive :
+         {circle.archiveOf(circle.object(fields)),
+          list.archiveOf(
+              list.object({{"items", list.reference(1)}, {"NS.objects", list.references({1, 1})}})),
+          dictionary.archiveOf(dictionary.object({{"NS.keys", dictionary.references({1})},
+                                                  {"NS.objects", dictionary.references({1})}})),
+          itself.archiveOf(itself.add(itself.reference(1))), ArchiveWriter().archiveOf(999),
+          std::string(), std::string("bplist00"), std::string("<plist><array/></plist>"),
+          std::string("<plist><dict><key>$objects</key><dict/></dict></plist>")}) {
+        EXPECT_THAT(urls(archive, 10), IsEmpty());
     }
-    EXPECT_THAT(urls(ArchiveWriter().archiveOf(999), 10), IsEmpty());
 }
 
 TEST(RecentDocuments, ListIsTheAppsOwnFileAndNoOther) {
@@ -233,7 +205,7 @@ TEST(RecentDocuments, ListIsTheAppsOwnFileAndNoOther) {
                                   "com.apple.LSSharedFileList.ApplicationRecentDocuments");
     const auto archive = [](const char* name) {
         ArchiveWriter w;
-        return w.archive({w.dictionary({{"Bookmark", w.add(blob(bookmark({name})))}})});
+        return w.archive({w.dictionary({{"Bookmark", w.data(bookmark({name}))}})});
     };
     home.write(lists / "com.example.editor.sfl2", archive("old"));
     EXPECT_THAT(list("com.example.Editor", 5, lists), ElementsAre("/old"));

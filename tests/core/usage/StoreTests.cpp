@@ -35,13 +35,6 @@ TEST(UsageStore, CountsLaunchesAndTheLatestRecordedDateReplacesTheLast) {
     EXPECT_EQ(store.entries.at("a").last, at(40));
 }
 
-TEST(UsageStore, CountStopsAtTheGreatestNumber) {
-    UsageStore store;
-    store.entries["a"] = {std::numeric_limits<std::int64_t>::max(), at(0)};
-    store.record("a", at(1));
-    EXPECT_EQ(store.count("a"), std::numeric_limits<std::int64_t>::max());
-}
-
 TEST(UsageStore, ListsTakeTheFirstOfTheAppsAskedFor) {
     UsageStore store;
     store.entries = {{"a", {5, at(1)}}, {"b", {7, at(3)}}, {"c", {5, at(9)}}, {"d", {9, at(3)}}};
