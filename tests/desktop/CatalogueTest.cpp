@@ -9,6 +9,7 @@
 #include <sys/stat.h>
 
 #include "DesktopSession.h"
+#include "Search/AppKeywords.h"
 #include "Support/Text.h"
 #include "platform/linux/CategoryMap.h"
 #include "platform/linux/LinuxAppCatalogue.h"
@@ -201,6 +202,35 @@ TEST_F(CatalogueTest, ActionsHaveNamesAndKeepTheirOrder) {
     EXPECT_THAT(catalogue->actions(apps[0]),
                 ElementsAre(AppAction{"two", "Two"}, AppAction{"one", "One"}));
     EXPECT_THAT(catalogue->actions({"gone", "Gone", "/nowhere"}), IsEmpty());
+}
+
+TEST_F(CatalogueTest, WordsAreInTheUsersLanguageAndInEnglish) {
+    setenv("LANGUAGE", "sv", 1);
+    folder.write("system/mime/globs2", "# A comment\n80:image/png:*.png\n50:image/png:*.PNG\n"
+                                       "50:image/png:*.apng:cs\n50:text/x-make:makefile\n"
+                                       "50:application/x-tar:*.tar.gz\n50:broken\n:::\n");
+    folder.write("system/mime/aliases", "image/x-png image/png\nbroken\n");
+    folder.write("local/mime/globs2", "50:application/x-tar:*.tgz\n50:bad/one:*.[ab]\n");
+    system("app.desktop", entry("Files") +
+                              "Name[sv]=Filer\nGenericName=File Manager\nComment=Look at files\n"
+                              "Comment[sv]=Titta på filer\nKeywords=folder;disk;\n"
+                              "Keywords[sv]=mapp;\nCategories=System;FileManager;\n"
+                              "MimeType=image/x-png;application/x-tar;text/x-make;no/such;\n");
+    const auto apps = scan();
+    ASSERT_EQ(apps.size(), 1U);
+    const AppInfo info = catalogue->info(apps[0]);
+    EXPECT_THAT(info.texts, ElementsAre("Filer", "Files", "File Manager", "mapp;", "folder;disk;",
+                                        "Titta på filer", "Look at files"));
+    const auto words = AppKeywords::keywords(apps[0].name, info.dictionary, info.texts);
+    for (const char* word : {"filer", "files", "manager", "mapp", "folder", "disk", "titta", "look",
+                             "utility", "image", "png", "apng", "tgz", "tar.gz"}) {
+        EXPECT_TRUE(words.contains(word)) << word;
+    }
+    for (const char* word : {"makefile", "[ab]", "application"}) {
+        EXPECT_FALSE(words.contains(word)) << word;
+    }
+    EXPECT_EQ(catalogue->info({"gone", "Gone", "/nowhere"}), AppInfo());
+    unsetenv("LANGUAGE");
 }
 
 TEST_F(CatalogueTest, CategoryComesFromTheNarrowestDeclared) {

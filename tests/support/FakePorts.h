@@ -27,6 +27,7 @@ class FakeAppCatalogue final : public AppCatalogue {
     std::vector<std::filesystem::path> defaultRoots{"/apps"};
     std::vector<InstalledApp> installed; ///< in the order in which a scan finds them
     std::map<BundleID, std::string> categories;
+    std::map<BundleID, AppInfo> infos;
     std::map<BundleID, std::vector<AppAction>> actionsOf;
     std::map<BundleID, std::string> knownElsewhere; ///< names of apps that no scan finds
 
@@ -51,6 +52,9 @@ class FakeAppCatalogue final : public AppCatalogue {
     }
     std::optional<std::string> category(const InstalledApp& app) const override {
         return find(categories, app.bundleID);
+    }
+    AppInfo info(const InstalledApp& app) const override {
+        return find(infos, app.bundleID).value_or(AppInfo{});
     }
     std::vector<AppAction> actions(const InstalledApp& app) const override {
         return find(actionsOf, app.bundleID).value_or(std::vector<AppAction>{});

@@ -93,12 +93,26 @@ void AppModel::scanApps() {
             order.push_back(std::move(found.bundleID));
         }
     }
-    if (apps != apps_ || order != installedOrder_) {
-        apps_ = std::move(apps);
-        installedOrder_ = std::move(order);
+    const bool isNew = apps != apps_ || order != installedOrder_;
+    apps_ = std::move(apps);
+    installedOrder_ = std::move(order);
+    buildKeywords();
+    if (isNew) {
         Q_EMIT appsChanged();
         refreshGrid();
     }
+}
+
+void AppModel::buildKeywords() {
+    keywords_.clear();
+    for (const auto& [id, app] : apps_) {
+        const AppInfo info = ports_.catalogue.info(app);
+        keywords_.emplace_hint(keywords_.end(), id,
+                               AppKeywords::keywords(app.name, info.dictionary, info.texts));
+    }
+    // Apps are found in the order of their own names.
+    purposes_.setApps(installedOrder_, keywords_);
+    orderedRenames_.clear();
 }
 
 void AppModel::rescan() {
@@ -228,6 +242,11 @@ std::vector<BundleID> AppModel::search(const std::string& query) const {
     return search_.find(query);
 }
 
+std::vector<BundleID> AppModel::purposeSearch(const std::string& query,
+                                              const std::set<BundleID>& except) const {
+    return purposes_.find(query, except);
+}
+
 void AppModel::setShowAllApps(bool on) {
     if (on != showAllApps_) {
         showAllApps_ = on;
@@ -259,7 +278,11 @@ void AppModel::refreshGrid() {
     visibleTiles_ = GridContents::shownTiles(
         isFiltered ? focusFilter_->tiles(board().tiles, workspaces_.all()) : board().tiles,
         [this](const BundleID& id) { return isShown(id); });
+    refreshSearch();
+    Q_EMIT visibleTilesChanged();
+}
 
+void AppModel::refreshSearch() {
     std::vector<std::pair<BundleID, std::string>> candidates;
     std::unordered_set<BundleID> seen;
     for (BundleID& id : board().allApps()) {
@@ -269,7 +292,12 @@ void AppModel::refreshGrid() {
         }
     }
     search_.setCandidates(candidates);
-    Q_EMIT visibleTilesChanged();
+    if (board().renames != orderedRenames_) {
+        orderedRenames_ = board().renames;
+        std::vector<BundleID> byName = installedOrder_;
+        Text::sortByName(byName, collator_, [this](const BundleID& id) { return name(id); });
+        purposes_.setOrder(byName);
+    }
 }
 
 // --- Opening apps ---

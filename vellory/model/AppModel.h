@@ -25,6 +25,7 @@
 #include "model/Notice.h"
 #include "model/Ports.h"
 #include "model/Prefs.h"
+#include "model/PurposeSearch.h"
 #include "model/RunningTracker.h"
 #include "model/UsageCenter.h"
 #include "model/WorkspaceList.h"
@@ -55,6 +56,8 @@ class AppModel : public QObject {
 
     /// Looks for installed apps again; the board stays as it is.
     void scanApps();
+    /// Makes the words by which each installed app is found. Part of every scan.
+    void buildKeywords();
     /// Looks for installed apps again and, when that changed anything, brings the board in step.
     void rescan();
     /// What runs once a minute.
@@ -86,6 +89,8 @@ class AppModel : public QObject {
     const LaunchLog& launchLog() const { return learned_.launchLog(); }
     const Text::Collator& collator() const { return collator_; }
     Clock& clock() const { return ports_.clock; }
+    /// The locale of the order of names and of numbers, such as "en_US".
+    const std::string& locale() const { return environment_.locale; }
     /// What is never hidden or quit: the user's choice, the file manager and this program.
     std::set<BundleID> protectedApps() const;
 
@@ -103,6 +108,12 @@ class AppModel : public QObject {
     std::optional<Folder> visibleFolder(const Uuid& folder) const;
     /// Installed apps on the board whose name matches, best first; all of them for a blank query.
     std::vector<BundleID> search(const std::string& query) const;
+    /// Installed apps that do what `query` says, best first and then by name, without those in
+    /// `except`; none for fewer than three characters.
+    std::vector<BundleID> purposeSearch(const std::string& query,
+                                        const std::set<BundleID>& except = {}) const;
+    /// The words by which each installed app is found.
+    const PurposeSearch::Table& keywords() const { return keywords_; }
 
     /// Shows everything in spite of filters and the active workspace.
     bool showAllApps() const { return showAllApps_; }
@@ -208,6 +219,7 @@ class AppModel : public QObject {
     void observeApps();
     void onPrefChanged(const std::string& key);
     void refreshGrid();
+    void refreshSearch();
     bool isShown(const BundleID& id) const;
     void open(const BundleID& id, RunningApps::Open mode);
     RunningApps::Completion noticeOnFailure(const BundleID& id);
@@ -223,6 +235,10 @@ class AppModel : public QObject {
     BoardEditor editor_;
     AppRescanner rescanner_;
     AppSearch search_;
+    PurposeSearch purposes_;
+    PurposeSearch::Table keywords_;
+    /// The given names by which `purposes_` is in order.
+    std::map<BundleID, std::string> orderedRenames_;
     Scheduler::Handle minuteTimer_;
 
     bool showAllApps_ = false;

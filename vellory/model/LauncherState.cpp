@@ -22,7 +22,11 @@ constexpr double gapWithoutLabels = 18;
 
 } // namespace
 
-LauncherState::LauncherState(AppModel& model, QObject* parent) : QObject(parent), model_(model) {
+LauncherState::LauncherState(AppModel& model, QObject* parent)
+    : QObject(parent), model_(model), search_(model) {
+    connect(&search_, &SearchState::highlightChanged, this, [this] {
+        assign(highlight_, search_.highlightedApp(), &LauncherState::highlightChanged);
+    });
     connect(&model_, &AppModel::visibleTilesChanged, this, &LauncherState::onGridChanged);
     connect(&model_.prefs(), &Prefs::changed, this, &LauncherState::applyPrefs);
     keepOpen_ = model_.prefs().keepOpenAfterLaunch();
@@ -57,7 +61,7 @@ GridNavigation::Grid LauncherState::shownGrid() const {
 void LauncherState::updateItems() {
     std::vector<Tile> items;
     if (searching()) {
-        for (BundleID& id : model_.search(query_)) {
+        for (BundleID& id : search_.results().apps()) {
             items.emplace_back(std::move(id));
         }
     } else if (openFolder_) {
@@ -89,6 +93,7 @@ void LauncherState::onGridChanged() {
         return model_.app(id) == nullptr || model_.board().hidden.contains(id);
     });
     setSelected(stillThere);
+    search_.refresh();
     updateItems();
     updatePageCount();
     setFolderPage(folderPage_);
@@ -115,15 +120,16 @@ void LauncherState::setQuery(const std::string& query) {
     }
     if (searching() && !wasSearching) {
         pageBeforeSearch_ = page_;
+        // The search is over everything.
+        setOpenFolder(std::nullopt);
     }
+    search_.setQuery(query);
     updateItems();
     updatePageCount();
     if (!searching()) {
         setPage(pageBeforeSearch_, false);
     }
-    const bool hasMatch = searching() && !currentItems_.empty();
-    assign(highlight_, hasMatch ? std::optional(0) : std::nullopt,
-           &LauncherState::highlightChanged);
+    assign(highlight_, search_.highlightedApp(), &LauncherState::highlightChanged);
 }
 
 void LauncherState::setOpenFolder(const std::optional<Uuid>& folder) {
@@ -217,6 +223,10 @@ void LauncherState::setPageWidth(double width) {
 // --- Highlight, selection, hints ---
 
 void LauncherState::setHighlight(std::optional<int> index) {
+    if (searching()) {
+        search_.highlightApp(index);
+        return;
+    }
     if (index && (*index < 0 || std::cmp_greater_equal(*index, currentItems_.size()))) {
         index.reset();
     }
@@ -310,6 +320,11 @@ void LauncherState::activate(const Tile& tile) {
     hideAfterLaunch();
 }
 
+void LauncherState::copy(const std::string& text) {
+    Q_EMIT copyRequested(text);
+    hideAfterLaunch();
+}
+
 void LauncherState::hideAfterLaunch() {
     if (!keepOpen_) {
         Q_EMIT hideRequested();
@@ -358,6 +373,9 @@ bool LauncherState::handleKey(const KeyPress& press) {
         moveHighlight(command.move);
         return true;
     case KeyCommand::Kind::turnPage:
+        if (searching()) {
+            return false; // moves within the text
+        }
         step(command.pages);
         setHighlight(std::nullopt);
         return true;
@@ -376,7 +394,9 @@ bool LauncherState::handleKey(const KeyPress& press) {
 
 void LauncherState::moveHighlight(GridNavigation::Move move) {
     using GridNavigation::Move;
-    if (!highlight_ && (move == Move::pageBack || move == Move::pageOn)) {
+    if (searching()) {
+        search_.moveHighlight(move, columns_, rows_);
+    } else if (!highlight_ && (move == Move::pageBack || move == Move::pageOn)) {
         step(move == Move::pageOn ? 1 : -1);
     } else {
         setHighlight(GridNavigation::moved(highlight_, move, shownGrid()));
@@ -384,6 +404,10 @@ void LauncherState::moveHighlight(GridNavigation::Move move) {
 }
 
 bool LauncherState::activateHighlighted(bool newInstance) {
+    if (const auto text = search_.highlightedText()) {
+        copy(*text);
+        return true;
+    }
     if (highlighted() == nullptr) {
         return false;
     }

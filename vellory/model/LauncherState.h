@@ -15,6 +15,7 @@
 #include "model/GridNavigation.h"
 #include "model/KeyCommand.h"
 #include "model/ScrollPager.h"
+#include "model/SearchState.h"
 
 namespace vellory {
 
@@ -36,6 +37,9 @@ class LauncherState : public QObject {
     /// The first match is highlighted.
     void setQuery(const std::string& query);
     bool searching() const { return !query_.empty(); }
+    /// What the query finds, beside apps also sums and emoji.
+    SearchState& search() { return search_; }
+    const SearchState& search() const { return search_; }
 
     /// The page of the grid, from 0.
     int page() const { return page_; }
@@ -99,6 +103,10 @@ class LauncherState : public QObject {
     void back();
     /// Opens a folder over the grid; launches an app and asks to be hidden unless kept open.
     void activate(const Tile& tile);
+    /// What Return does: opens the highlighted item, or copies what it shows. False for none.
+    bool activateHighlighted(bool newInstance);
+    /// Asks that `text` be copied for the user, and to be hidden unless kept open.
+    void copy(const std::string& text);
     /// Everything typed, opened, highlighted and selected is forgotten, and the first page shown.
     void reset();
 
@@ -126,6 +134,8 @@ class LauncherState : public QObject {
     void rippleOriginChanged();
     void rightToLeftChanged();
     void currentItemsChanged();
+    /// The text should go to the clipboard.
+    void copyRequested(const std::string& text);
     /// The launcher should go from the screen.
     void hideRequested();
 
@@ -145,12 +155,12 @@ class LauncherState : public QObject {
     void showItem(int index);
     const Tile* highlighted() const;
     void moveHighlight(GridNavigation::Move move);
-    bool activateHighlighted(bool newInstance);
     void hideAfterLaunch();
     void type(const std::string& text);
     void handleHintKey(const KeyCommand& command, const QString& text);
 
     AppModel& model_;
+    SearchState search_;
     std::string query_;
     int page_ = 0;
     int pageCount_ = 0;

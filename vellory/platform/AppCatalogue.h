@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Board/InstalledApp.h"
+#include "Support/PropertyList.h"
 
 namespace vellory {
 
@@ -16,6 +17,17 @@ struct AppAction {
     std::string name; ///< in the user's language
 
     friend bool operator==(const AppAction&, const AppAction&) = default;
+};
+
+/// What an app says of itself, as `AppKeywords` takes it.
+struct AppInfo {
+    /// In the keys of a bundle's information dictionary: LSApplicationCategoryType (a text) and
+    /// CFBundleDocumentTypes (dictionaries with CFBundleTypeExtensions and CFBundleTypeName).
+    PropertyList::Dictionary dictionary;
+    /// Names, descriptions and words by which people may look for it, in any language.
+    std::vector<std::string> texts;
+
+    friend bool operator==(const AppInfo&, const AppInfo&) = default;
 };
 
 /// The apps that are installed and can be shown to the user. Main thread.
@@ -34,6 +46,9 @@ class AppCatalogue {
 
     /// The app's App Store category, such as "public.app-category.developer-tools".
     virtual std::optional<std::string> category(const InstalledApp& app) const = 0;
+
+    /// What the last scan found an app to say of itself; empty for one it did not find.
+    virtual AppInfo info(const InstalledApp& app) const = 0;
 
     /// What else the app offers, in its own order.
     virtual std::vector<AppAction> actions(const InstalledApp& app) const = 0;

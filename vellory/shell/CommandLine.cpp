@@ -14,7 +14,7 @@ std::filesystem::path pathOf(const QString& text) {
 }
 
 const QStringList& knownViews() {
-    static const QStringList views{"grid", "folder"};
+    static const QStringList views{"grid", "folder", "search", "calculator", "emoji", "no-results"};
     return views;
 }
 

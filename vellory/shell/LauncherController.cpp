@@ -18,6 +18,7 @@ namespace vellory {
 LauncherController::LauncherController(Parts parts, QObject* parent)
     : QObject(parent), parts_(parts), viewModel_(parts.model, parts.state, iconSources_) {
     connect(&parts_.state, &LauncherState::hideRequested, this, &LauncherController::hide);
+    connect(&keyCatcher_, &KeyCatcher::caught, &viewModel_, &LauncherViewModel::handleKey);
     parts_.state.setRightToLeft(QGuiApplication::isRightToLeft());
 }
 
@@ -51,6 +52,7 @@ void LauncherController::createWindow() {
     connect(view_.get(), &QWindow::activeChanged, this, [this] {
         if (view_->isActive()) {
             wasActive_ = true;
+            keyCatcher_.stop();
         } else if (wasActive_ && isShown()) {
             hide();
         }
@@ -58,6 +60,10 @@ void LauncherController::createWindow() {
 }
 
 void LauncherController::show() {
+    const bool hasKeyboard = view_ != nullptr && view_->isActive();
+    if (!hasKeyboard) {
+        keyCatcher_.start();
+    }
     QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
     if (screen == nullptr) {
         screen = QGuiApplication::primaryScreen();
@@ -95,6 +101,7 @@ void LauncherController::hide() {
         return;
     }
     parts_.state.setPresented(false);
+    keyCatcher_.stop();
     awaitingFrame_ = false;
     if (view_ != nullptr) {
         view_->hide();

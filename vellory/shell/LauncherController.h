@@ -12,6 +12,7 @@
 #include "platform/Scheduler.h"
 #include "shell/Backdrop.h"
 #include "shell/IconProvider.h"
+#include "shell/KeyCatcher.h"
 #include "shell/LauncherViewModel.h"
 
 class QScreen;
@@ -36,6 +37,8 @@ class LauncherController : public QObject {
     explicit LauncherController(Parts parts, QObject* parent = nullptr);
     ~LauncherController() override;
 
+    /// Takes the keyboard for a `show` that is to follow.
+    void expectShow() { keyCatcher_.start(); }
     /// Shows the grid over everything on the display with the pointer.
     void show();
     void hide();
@@ -63,6 +66,7 @@ class LauncherController : public QObject {
     std::shared_ptr<IconSources> iconSources_ = std::make_shared<IconSources>();
     std::shared_ptr<BackdropStore> backdrop_ = std::make_shared<BackdropStore>();
     LauncherViewModel viewModel_;
+    KeyCatcher keyCatcher_;
     std::unique_ptr<QQuickView> view_;
     QSize backdropSize_;
     int backdropGeneration_ = 0;

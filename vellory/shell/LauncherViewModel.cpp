@@ -14,7 +14,9 @@ constexpr double eighthsPerNotch = 120.0; // what Qt calls the angle of one notc
 
 LauncherViewModel::LauncherViewModel(AppModel& model, LauncherState& state,
                                      std::shared_ptr<IconSources> iconSources, QObject* parent)
-    : QObject(parent), model_(model), state_(state), iconSources_(std::move(iconSources)) {
+    : QObject(parent), model_(model), state_(state), iconSources_(std::move(iconSources)),
+      search_(model, state) {
+    connect(&search_, &SearchViewModel::noticePosted, &notices_, &NoticeList::post);
     connect(&model_, &AppModel::visibleTilesChanged, this, &LauncherViewModel::scheduleUpdate);
     connect(&model_, &AppModel::runningChanged, this, &LauncherViewModel::scheduleUpdate);
     connect(&model_, &AppModel::badgesChanged, this, &LauncherViewModel::scheduleUpdate);
@@ -237,9 +239,6 @@ void LauncherViewModel::updateLists() {
     updateScheduled_ = false;
     updateIconSources();
     tiles_.setItems(items(model_.visibleTiles()));
-    if (state_.searching()) {
-        results_.setItems(items(state_.currentItems()));
-    }
     if (state_.openFolder()) {
         if (const auto folder = model_.visibleFolder(*state_.openFolder())) {
             std::vector<Tile> apps;

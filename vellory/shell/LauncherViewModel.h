@@ -12,6 +12,7 @@
 #include "model/LauncherState.h"
 #include "shell/IconProvider.h"
 #include "shell/NoticeList.h"
+#include "shell/SearchViewModel.h"
 #include "shell/TileList.h"
 
 namespace vellory {
@@ -25,7 +26,7 @@ class LauncherViewModel : public QObject {
 
     Q_PROPERTY(vellory::TileList* tiles READ tiles CONSTANT)
     Q_PROPERTY(vellory::TileList* folderTiles READ folderTiles CONSTANT)
-    Q_PROPERTY(vellory::TileList* results READ results CONSTANT)
+    Q_PROPERTY(vellory::SearchViewModel* search READ search CONSTANT)
     Q_PROPERTY(vellory::NoticeList* notices READ notices CONSTANT)
 
     Q_PROPERTY(QString query READ query WRITE setQuery NOTIFY queryChanged)
@@ -59,7 +60,7 @@ class LauncherViewModel : public QObject {
 
     TileList* tiles() { return &tiles_; }
     TileList* folderTiles() { return &folderTiles_; }
-    TileList* results() { return &results_; }
+    SearchViewModel* search() { return &search_; }
     NoticeList* notices() { return &notices_; }
 
     QString query() const { return QString::fromStdString(state_.query()); }
@@ -149,7 +150,7 @@ class LauncherViewModel : public QObject {
     std::shared_ptr<IconSources> iconSources_;
     TileList tiles_;
     TileList folderTiles_;
-    TileList results_;
+    SearchViewModel search_;
     NoticeList notices_;
     bool updateScheduled_ = false;
     bool dark_ = true;

@@ -2,6 +2,7 @@
 #include "shell/Screenshot.h"
 
 #include <algorithm>
+#include <map>
 
 #include <QBuffer>
 #include <QCoreApplication>
@@ -56,6 +57,12 @@ std::expected<void, std::string> arrange(const QString& view, AppModel& model,
             return std::unexpected("There is no folder on the grid to show.");
         }
         state.setOpenFolder(folder->folder()->id);
+    }
+    // What is typed for a picture of what typing shows.
+    static const std::map<QString, std::string> typed{
+        {"search", "photo"}, {"calculator", "12*7"}, {"emoji", ":heart"}, {"no-results", "qqqq"}};
+    if (const auto query = typed.find(view); query != typed.end()) {
+        state.setQuery(query->second);
     }
     return {};
 }

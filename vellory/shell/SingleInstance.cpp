@@ -93,10 +93,11 @@ void SingleInstance::accept() {
         const auto read = [this, connection] {
             if (connection->canReadLine()) {
                 const QByteArray line = connection->readLine(longestMessage).trimmed();
+                // Answered when it was done: a key pressed from then on is the launcher's.
+                Q_EMIT received(QString::fromUtf8(line));
                 connection->write("ok\n");
                 connection->flush();
                 connection->disconnectFromServer();
-                Q_EMIT received(QString::fromUtf8(line));
             } else if (connection->bytesAvailable() > longestMessage) {
                 connection->abort();
             }

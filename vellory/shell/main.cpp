@@ -174,6 +174,9 @@ int run(const CommandLine& options, const char* program) {
     if (options.report) {
         reportTo(settling, controller, model);
     }
+    if (options.show == CommandLine::Show::grid) {
+        controller.expectShow();
+    }
     model.start();
     if (options.show == CommandLine::Show::grid) {
         controller.show();

@@ -19,6 +19,10 @@ namespace {
 /// Folders within a root; also what ends a symbolic link to a folder above itself.
 constexpr int maxDepth = 6;
 constexpr std::size_t maxEntries = 20'000;
+/// Categories or types of one entry; office suites open about a hundred types.
+constexpr std::size_t maxListed = 500;
+/// Bytes looked at of one text; keywords of an honest entry stay below.
+constexpr std::size_t maxText = 2000;
 constexpr std::string_view suffix = ".desktop";
 
 struct Found {
@@ -90,6 +94,29 @@ bool isShownIn(GKeyFile* entry, const std::vector<std::string>& desktopNames) {
     return only.empty();
 }
 
+/// Adds what `key` says in the user's language, in English and as its author wrote it. A list
+/// stays one text: only its words count.
+void addTexts(GKeyFile* file, const char* key, std::vector<std::string>& out) {
+    const char* const group = DesktopEntryFile::mainGroup;
+    const glib::Chars local(g_key_file_get_locale_string(file, group, key, nullptr, nullptr));
+    const glib::Chars english(g_key_file_get_locale_string(file, group, key, "en", nullptr));
+    const glib::Chars plain(g_key_file_get_string(file, group, key, nullptr));
+    for (const char* chars : {local.get(), english.get(), plain.get()}) {
+        std::string text =
+            Text::repairedUtf8(std::string_view(chars == nullptr ? "" : chars).substr(0, maxText));
+        if (!text.empty() && !contains(out, text)) {
+            out.push_back(std::move(text));
+        }
+    }
+}
+
+/// A list of the entry, cut where no honest one is that long.
+std::vector<std::string> shortList(GKeyFile* file, const char* key) {
+    std::vector<std::string> values = DesktopEntryFile::list(file, key);
+    values.resize(std::min(values.size(), maxListed));
+    return values;
+}
+
 /// The entry in `found`, when it is one that can be started; what GIO refuses (another type, a
 /// program or TryExec that is not there) cannot.
 std::optional<DesktopEntry> read(const Found& found, GKeyFile* file,
@@ -113,6 +140,14 @@ std::optional<DesktopEntry> read(const Found& found, GKeyFile* file,
     }
     entry.windowClass = glib::text(g_desktop_app_info_get_startup_wm_class(info.get()));
     entry.isShown = isShownIn(file, desktopNames);
+    if (entry.isShown) {
+        entry.categories = shortList(file, G_KEY_FILE_DESKTOP_KEY_CATEGORIES);
+        entry.mimeTypes = shortList(file, G_KEY_FILE_DESKTOP_KEY_MIME_TYPE);
+        for (const char* key : {G_KEY_FILE_DESKTOP_KEY_NAME, G_KEY_FILE_DESKTOP_KEY_GENERIC_NAME,
+                                "Keywords", G_KEY_FILE_DESKTOP_KEY_COMMENT}) {
+            addTexts(file, key, entry.texts);
+        }
+    }
     return entry;
 }
 
@@ -144,6 +179,14 @@ std::vector<fs::path> DesktopEntries::roots(const std::vector<fs::path>& extraFo
         add(folder);
     }
     return roots;
+}
+
+std::vector<fs::path> DesktopEntries::mimeFolders() const {
+    std::vector<fs::path> folders{options_.environment.dataHome() / "mime"};
+    for (const fs::path& folder : options_.environment.dataDirs()) {
+        folders.push_back(folder / "mime");
+    }
+    return folders;
 }
 
 void DesktopEntries::read(const std::vector<fs::path>& roots) {

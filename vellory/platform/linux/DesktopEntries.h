@@ -20,6 +20,11 @@ struct DesktopEntry {
     std::string windowClass;    ///< StartupWMClass, or ""
     std::string program;        ///< the program that the Exec line starts, as written there
     bool isShown = false;       ///< wants to be in this desktop's menus
+    std::vector<std::string> categories{};
+    std::vector<std::string> mimeTypes{};
+    /// What the entry says in words (keywords, generic name, comment; and the untranslated name),
+    /// in the user's language and as its author wrote it, which is mostly English. None twice.
+    std::vector<std::string> texts{};
 };
 
 /// The desktop entries of this machine as the last `read` found them. Main thread.
@@ -37,6 +42,9 @@ class DesktopEntries {
     /// and Snap where the session does not name them already, then `extraFolders`.
     std::vector<std::filesystem::path>
     roots(const std::vector<std::filesystem::path>& extraFolders = {}) const;
+
+    /// The folders of the shared MIME database, the most important first.
+    std::vector<std::filesystem::path> mimeFolders() const;
 
     /// Reads all entries below `roots`. The first entry of an id wins, also one that only says that
     /// the app is deleted (`Hidden`). Entries that cannot be started are left out.

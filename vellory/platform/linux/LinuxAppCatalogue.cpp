@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/linux/LinuxAppCatalogue.h"
 
+#include <algorithm>
+#include <array>
+
 #include "platform/linux/CategoryMap.h"
 #include "platform/linux/DesktopEntryFile.h"
 
@@ -34,11 +37,29 @@ class Resolver {
     std::map<fs::path, fs::path> folders_;
 };
 
+/// A type of documents as a bundle would declare it. Where a whole family of types has a name that
+/// people use, that is its name.
+PropertyList::Dictionary documentType(std::string_view mimeType,
+                                      const std::vector<std::string>& extensions) {
+    constexpr std::array<std::string_view, 4> families{"audio", "font", "image", "video"};
+    PropertyList::Dictionary type;
+    PropertyList::Array list;
+    for (const std::string& extension : extensions) {
+        list.push_back({extension});
+    }
+    type["CFBundleTypeExtensions"] = {std::move(list)};
+    const std::string_view family = mimeType.substr(0, mimeType.find('/'));
+    if (std::ranges::find(families, family) != families.end()) {
+        type["CFBundleTypeName"] = {std::string(family)};
+    }
+    return type;
+}
+
 } // namespace
 
 LinuxAppCatalogue::LinuxAppCatalogue(std::shared_ptr<DesktopEntries> entries,
                                      std::string_view sortLocale)
-    : entries_(std::move(entries)), collator_(sortLocale) {}
+    : entries_(std::move(entries)), globs_(entries_->mimeFolders()), collator_(sortLocale) {}
 
 std::vector<fs::path> LinuxAppCatalogue::roots(const std::vector<fs::path>& extraFolders) const {
     return entries_->roots(extraFolders);
@@ -46,6 +67,7 @@ std::vector<fs::path> LinuxAppCatalogue::roots(const std::vector<fs::path>& extr
 
 std::vector<InstalledApp> LinuxAppCatalogue::scan(const std::vector<fs::path>& roots) {
     entries_->read(roots);
+    globs_.read();
     std::vector<InstalledApp> apps;
     Resolver resolved;
     for (const auto& [id, entry] : entries_->all()) {
@@ -63,6 +85,27 @@ std::optional<std::string> LinuxAppCatalogue::category(const InstalledApp& app) 
         return std::nullopt;
     }
     return appStoreCategory(DesktopEntryFile::list(entry.get(), G_KEY_FILE_DESKTOP_KEY_CATEGORIES));
+}
+
+AppInfo LinuxAppCatalogue::info(const InstalledApp& app) const {
+    const auto& entries = entries_->lastRead();
+    const auto found = entries.find(app.bundleID);
+    if (found == entries.end()) {
+        return {};
+    }
+    const DesktopEntry& entry = found->second;
+    AppInfo info{.dictionary = {}, .texts = entry.texts};
+    if (auto category = appStoreCategory(entry.categories)) {
+        info.dictionary["LSApplicationCategoryType"] = {std::move(*category)};
+    }
+    PropertyList::Array types;
+    for (const std::string& type : entry.mimeTypes) {
+        types.push_back({documentType(type, globs_.extensions(type))});
+    }
+    if (!types.empty()) {
+        info.dictionary["CFBundleDocumentTypes"] = {std::move(types)};
+    }
+    return info;
 }
 
 std::vector<AppAction> LinuxAppCatalogue::actions(const InstalledApp& app) const {

@@ -8,6 +8,7 @@
 #include "Support/Text.h"
 #include "platform/AppCatalogue.h"
 #include "platform/linux/DesktopEntries.h"
+#include "platform/linux/MimeGlobs.h"
 
 namespace vellory {
 
@@ -22,11 +23,13 @@ class LinuxAppCatalogue final : public AppCatalogue {
     roots(const std::vector<std::filesystem::path>& extraFolders) const override;
     std::vector<InstalledApp> scan(const std::vector<std::filesystem::path>& roots) override;
     std::optional<std::string> category(const InstalledApp& app) const override;
+    AppInfo info(const InstalledApp& app) const override;
     std::vector<AppAction> actions(const InstalledApp& app) const override;
     std::optional<std::string> displayName(const BundleID& id) const override;
 
   private:
     std::shared_ptr<DesktopEntries> entries_;
+    MimeGlobs globs_;
     Text::Collator collator_;
 };
 

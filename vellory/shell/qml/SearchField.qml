@@ -43,7 +43,8 @@ Rectangle {
         font.pixelSize: Theme.bodySize
         // The field looks quiet until something is typed.
         cursorVisible: activeFocus && text !== ""
-        maximumLength: 100000
+        // What is cut here is known to be too long by its length.
+        maximumLength: field.launcher.search.longestQuery + 1
 
         Keys.priority: Keys.BeforeItem
         Keys.onPressed: event => {
@@ -54,6 +55,7 @@ Rectangle {
 
         Accessible.role: Accessible.EditableText
         Accessible.name: qsTr("Search")
+        Accessible.description: qsTr("Search apps, or ? to ask")
 
         Text {
             anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter }

@@ -1,37 +1,80 @@
 // SPDX-License-Identifier: Apache-2.0
-pragma ComponentBehavior: Bound
 import QtQuick
 import Vellory
 
-// What the typed text finds, in tiles of the grid's size, best first.
+// What the typed text finds, best first: a sum, apps by name, apps by what they do, or emoji.
+// Components are not bound here: Qt 6.4 refuses to load a bound one from a delegate made in C++.
 Item {
     id: results
 
     required property Launcher launcher
 
-    TileGrid {
+    readonly property Search search: launcher.search
+
+    Binding { target: results.search; property: "matchColor"; value: Theme.text }
+    Connections {
+        target: results.launcher
+        function onQueryChanged() { flickable.contentY = 0 }
+    }
+
+    Flickable {
+        id: flickable
+
         anchors.fill: parent
-        tiles: results.launcher.results
-        columns: results.launcher.columns
-        rows: results.launcher.rows
-        sideMargin: Theme.sideMargin(width)
-        mirrored: results.launcher.mirrored
-        highlight: results.launcher.searching ? results.launcher.highlight : -1
-        animateMoves: false
-        // One page: what does not fit is reached by typing more, or by moving the highlight on.
-        position: results.launcher.searching && results.launcher.highlight >= 0
-                  ? Math.floor(results.launcher.highlight / Math.max(1, columns * rows)) : 0
-        delegate: TileView {
-            iconSize: results.launcher.iconSize
-            showLabel: results.launcher.showLabels
-            onActivated: newWindow => results.launcher.activate(tileId, newWindow)
+        contentWidth: width
+        contentHeight: cells.implicitHeight
+        boundsBehavior: Flickable.StopAtBounds
+        flickableDirection: Flickable.VerticalFlick
+        clip: contentHeight > height
+
+        SearchGrid {
+            id: cells
+
+            width: flickable.width
+            height: implicitHeight
+            search: results.search
+            columns: results.launcher.columns
+            sideMargin: Theme.sideMargin(width)
+            appHeight: Math.floor(flickable.height / Math.max(1, results.launcher.rows))
+            emojiHeight: Theme.emojiHeight
+            sumHeight: Theme.sumHeight
+            headingHeight: Theme.headingHeight
+            mirrored: results.launcher.mirrored
+            viewTop: flickable.contentY
+            viewHeight: flickable.height
+            warm: results.launcher.presented
+
+            appDelegate: ResultTile {
+                iconSize: results.launcher.iconSize
+                showLabel: results.launcher.showLabels
+                onActivated: newWindow => results.search.activate(cell.cellId, newWindow)
+            }
+            emojiDelegate: EmojiTile {
+                onActivated: results.search.activate(cell.cellId, false)
+            }
+            sumDelegate: SumCard {
+                onActivated: results.search.activate(cell.cellId, false)
+            }
+            headingDelegate: ResultHeading {}
+
+            onHighlightRectChanged: {
+                const top = highlightRect.y
+                const bottom = top + highlightRect.height
+                if (top < flickable.contentY)
+                    flickable.contentY = top
+                else if (bottom > flickable.contentY + flickable.height)
+                    flickable.contentY = bottom - flickable.height
+            }
         }
     }
 
     EmptyState {
         anchors.centerIn: parent
-        visible: results.launcher.results.count === 0
-        title: qsTr("No matching apps")
-        text: qsTr("Try what the app does (“edit photos”), maths (“12*7”) or “:” for emoji")
+        visible: results.launcher.searching && results.search.empty
+        title: results.search.asking ? qsTr("Ask is not here yet")
+             : results.search.listsEmoji ? qsTr("No matching emoji") : qsTr("No matching apps")
+        text: results.search.asking
+              ? qsTr("A text that begins with “?” is kept for it. Leave out the “?” to search.")
+              : qsTr("Try what the app does (“edit photos”), maths (“12*7”) or “:” for emoji")
     }
 }

@@ -9,6 +9,7 @@ QtObject {
 
     readonly property color text: dark ? "#ffffff" : "#16181d"
     readonly property color textDim: dark ? "#a3ffffff" : "#a316181d" // 64 %
+    readonly property color textUnmatched: dark ? "#b8ffffff" : "#b816181d" // 72 %
     readonly property color textShadow: dark ? "#80000000" : "#00000000"
     readonly property color accent: "#5e7ce2"
     readonly property color fieldFill: dark ? "#24ffffff" : "#8cffffff"
@@ -35,6 +36,11 @@ QtObject {
     readonly property int labelSize: 13
     readonly property int bodySize: 14
     readonly property int titleSize: 24
+    readonly property int sumSize: 40
+    readonly property int emojiSize: 40
+    readonly property int headingHeight: 32
+    readonly property int sumHeight: 112
+    readonly property int emojiHeight: 104
     readonly property int controlHeight: 32
     readonly property int noticeHeight: 44
     readonly property int noticeEdge: 72
