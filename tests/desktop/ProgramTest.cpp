@@ -174,6 +174,24 @@ TEST_F(ProgramTest, ASecondStartBringsTheFirstBackAndEnds) {
     EXPECT_TRUE(program.lineWith("apps")) << "the first shows its grid again";
 }
 
+// The window needs a while to come and to get the focus, which another window has until then.
+TEST_F(ProgramTest, NoKeyIsLostFromTheSummonsOn) {
+    Process program({VELLORY_PROGRAM, "--hidden", "--report"});
+    ASSERT_EQ(run({"timeout", "20", "sh", "-c",
+                   "until [ -S \"$XDG_RUNTIME_DIR/vellory/socket\" ]; do :; done"}),
+              0);
+    for (const std::string app : {"beta", "gamma", "alpha"}) {
+        ASSERT_EQ(run(vellory()), 0) << "ends once the first was summoned";
+        ASSERT_EQ(run({"timeout", "20", "xdotool", "type", "--delay", "5", app}), 0);
+        ASSERT_EQ(run({"timeout", "20", "xdotool", "key", "Return"}), 0);
+        ASSERT_TRUE(program.lineWith("hidden")) << app;
+        EXPECT_EQ(
+            run({"timeout", "20", "xdotool", "search", "--sync", "--onlyvisible", "--class", app}),
+            0)
+            << app;
+    }
+}
+
 TEST_F(ProgramTest, ASocketLeftBehindByAKilledProgramIsTakenOver) {
     {
         Process killed(vellory());

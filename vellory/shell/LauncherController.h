@@ -48,7 +48,11 @@ class LauncherController : public QObject {
     /// Sets up the scene at a size of its own for pictures; `image` then renders it.
     void prepare(QSize size);
 
-    QQuickView& window() { return *view_; }
+    /// Made when it is first needed, shown or not.
+    QQuickView& window() {
+        createWindow();
+        return *view_;
+    }
     LauncherViewModel& viewModel() { return viewModel_; }
 
   Q_SIGNALS:
