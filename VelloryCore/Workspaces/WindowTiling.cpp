@@ -66,8 +66,10 @@ std::vector<Rect> cells(int count, const Rect& inset, double gap) {
     const double height = std::floor((inset.height - gap) * 0.5);
     std::vector<Rect> out;
     for (int i = 0; i < count; ++i) {
+        const int column = i % 2;
+        const int row = i / 2;
         out.push_back(
-            {inset.x + (i % 2) * (width + gap), inset.y + (i / 2) * (height + gap), width, height});
+            {inset.x + column * (width + gap), inset.y + row * (height + gap), width, height});
     }
     return out;
 }

@@ -84,7 +84,7 @@ std::string displayable(std::string_view name) {
     std::string line;
     const char* next = nullptr;
     for (const char* at = whole.c_str(); at < whole.c_str() + whole.size(); at = next) {
-        next = g_utf8_next_char(at);
+        next = g_utf8_find_next_char(at, nullptr);
         const gunichar c = g_utf8_get_char(at);
         if (isControl(c) || g_unichar_isspace(c)) {
             if (!line.empty() && line.back() != ' ') {

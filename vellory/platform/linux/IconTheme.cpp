@@ -31,9 +31,10 @@ struct IconFile {
 };
 
 IconFile iconFile(std::string_view file) {
-    for (std::uint8_t i = 0; i < extensions.size(); ++i) {
+    for (std::size_t i = 0; i < extensions.size(); ++i) {
         if (file.ends_with(extensions[i])) {
-            return {file.substr(0, file.size() - extensions[i].size()), i};
+            return {file.substr(0, file.size() - extensions[i].size()),
+                    static_cast<std::uint8_t>(i)};
         }
     }
     return {};
@@ -176,14 +177,15 @@ void IconTheme::readTheme(const std::string& name, int depth) {
         }
         theme.parents = list(index.get(), "Inherits");
     }
-    for (std::uint16_t base = 0; base < bases_.size(); ++base) {
+    for (std::size_t base = 0; base < bases_.size(); ++base) {
         const fs::path folder = bases_[base] / name;
         std::error_code ignored;
         if (!fs::is_directory(folder, ignored)) {
             continue;
         }
-        for (std::uint16_t i = 0; i < theme.directories.size(); ++i) {
-            readFolder(folder / theme.directories[i].name, {base, i, 0}, theme);
+        for (std::size_t i = 0; i < theme.directories.size(); ++i) {
+            const Place place{static_cast<std::uint16_t>(base), static_cast<std::uint16_t>(i), 0};
+            readFolder(folder / theme.directories[i].name, place, theme);
         }
     }
     // The map keeps its elements in place while parents are added.

@@ -28,7 +28,10 @@ class Resolver {
         auto known = folders_.find(folder);
         if (known == folders_.end()) {
             fs::path resolved = fs::canonical(folder, error);
-            known = folders_.emplace(folder, error ? folder : std::move(resolved)).first;
+            if (error) {
+                resolved = folder;
+            }
+            known = folders_.emplace(folder, std::move(resolved)).first;
         }
         return known->second / file.filename();
     }

@@ -53,7 +53,7 @@ std::string newWindowAction(const std::filesystem::path& file) {
 /// Lives on while a start is under way in the background, which holds it weakly.
 class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
   public:
-    Session(Options options, std::shared_ptr<DesktopEntries> entries, EventLoop& loop,
+    Session(const Options& options, std::shared_ptr<DesktopEntries> entries, EventLoop& loop,
             Scheduler& scheduler)
         : entries_(std::move(entries)), loop_(loop), scheduler_(scheduler),
           launcher_(std::make_shared<const Launcher>(options.environment)),
@@ -282,7 +282,7 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
         starts_.erase(start);
     }
 
-    void report(Completion completion, std::optional<std::string> failure) {
+    void report(Completion completion, const std::optional<std::string>& failure) {
         if (completion) {
             scheduler_.inBackground(
                 [self = weak_from_this(), completion = std::move(completion), failure] {
@@ -438,9 +438,9 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
     SystemdUnits units_; ///< last: what it tells goes to all of the above
 };
 
-LinuxRunningApps::LinuxRunningApps(Options options, std::shared_ptr<DesktopEntries> entries,
+LinuxRunningApps::LinuxRunningApps(const Options& options, std::shared_ptr<DesktopEntries> entries,
                                    EventLoop& loop, Scheduler& scheduler)
-    : session_(std::make_shared<Session>(std::move(options), std::move(entries), loop, scheduler)) {
+    : session_(std::make_shared<Session>(options, std::move(entries), loop, scheduler)) {
     session_->connect();
 }
 

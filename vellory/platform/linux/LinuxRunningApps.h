@@ -22,7 +22,7 @@ class LinuxRunningApps final : public RunningApps {
 
     /// `loop` and `scheduler` must outlive this object; what is under way when it goes away is
     /// finished without telling anybody.
-    LinuxRunningApps(Options options, std::shared_ptr<DesktopEntries> entries, EventLoop& loop,
+    LinuxRunningApps(const Options& options, std::shared_ptr<DesktopEntries> entries, EventLoop& loop,
                      Scheduler& scheduler);
     ~LinuxRunningApps() override;
 
