@@ -254,6 +254,11 @@ void AppModel::setShowAllApps(bool on) {
     }
 }
 
+bool AppModel::hasFilter() const {
+    const Workspace* workspace = workspaces_.activeWorkspace();
+    return focusFilter_ || (workspace != nullptr && workspace->focusGrid);
+}
+
 void AppModel::setFocusFilter(const std::optional<GridFilter>& filter) {
     if (filter != focusFilter_) {
         focusFilter_ = filter;

@@ -118,6 +118,8 @@ class AppModel : public QObject {
     /// Shows everything in spite of filters and the active workspace.
     bool showAllApps() const { return showAllApps_; }
     void setShowAllApps(bool on);
+    /// Whether a filter or the active workspace keeps apps from the grid, or would.
+    bool hasFilter() const;
 
     /// What a Focus mode of the desktop lets through; kept over restarts.
     const std::optional<GridFilter>& focusFilter() const { return focusFilter_; }
@@ -188,6 +190,10 @@ class AppModel : public QObject {
 
     /// The history of the board, newest first.
     std::vector<BoardStore::Snapshot> snapshots() const { return document_.snapshots(); }
+    /// The board of a step; nothing when its file cannot be read any more.
+    std::optional<Board> boardIn(const BoardStore::Snapshot& snapshot) const {
+        return document_.boardIn(snapshot);
+    }
     void restore(const BoardStore::Snapshot& snapshot) { editor_.restore(snapshot); }
 
     /// Writes the board; a `reason` names a step in the history. Does nothing before the board was

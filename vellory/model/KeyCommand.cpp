@@ -2,6 +2,7 @@
 #include "model/KeyCommand.h"
 
 #include <algorithm>
+#include <optional>
 
 #include <QList>
 
@@ -33,6 +34,10 @@ KeyCommand withControl(Qt::Key key, int towardsRight) {
         return {.kind = Kind::activateNew};
     case Qt::Key_Space:
         return {.kind = Kind::select};
+    case Qt::Key_A:
+        return {.kind = Kind::selectAll};
+    case Qt::Key_M:
+        return {.kind = Kind::pickUp};
     case Qt::Key_G:
         return {.kind = Kind::hints};
     case Qt::Key_Left:
@@ -41,6 +46,30 @@ KeyCommand withControl(Qt::Key key, int towardsRight) {
         return {.kind = Kind::turnPage, .pages = towardsRight};
     default:
         return {};
+    }
+}
+
+/// Where an arrow or its like takes the highlight; nothing for other keys.
+std::optional<Move> moveOf(Qt::Key key, bool rightToLeft) {
+    switch (key) {
+    case Qt::Key_Left:
+        return rightToLeft ? Move::on : Move::back;
+    case Qt::Key_Right:
+        return rightToLeft ? Move::back : Move::on;
+    case Qt::Key_Up:
+        return Move::up;
+    case Qt::Key_Down:
+        return Move::down;
+    case Qt::Key_Home:
+        return Move::first;
+    case Qt::Key_End:
+        return Move::last;
+    case Qt::Key_PageUp:
+        return Move::pageBack;
+    case Qt::Key_PageDown:
+        return Move::pageOn;
+    default:
+        return std::nullopt;
     }
 }
 
@@ -57,28 +86,24 @@ KeyCommand KeyCommand::of(const KeyPress& press, bool rightToLeft) {
     if (held != Qt::NoModifier) {
         return {};
     }
+    const bool shift = (press.modifiers & Qt::ShiftModifier) != 0;
+    if (const auto move = moveOf(press.key, rightToLeft)) {
+        return {.kind = shift ? Kind::extend : Kind::move, .move = *move};
+    }
     switch (press.key) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
         return {.kind = Kind::activate};
     case Qt::Key_Backspace:
         return {.kind = Kind::erase};
-    case Qt::Key_Left:
-        return {.kind = Kind::move, .move = rightToLeft ? Move::on : Move::back};
-    case Qt::Key_Right:
-        return {.kind = Kind::move, .move = rightToLeft ? Move::back : Move::on};
-    case Qt::Key_Up:
-        return {.kind = Kind::move, .move = Move::up};
-    case Qt::Key_Down:
-        return {.kind = Kind::move, .move = Move::down};
-    case Qt::Key_Home:
-        return {.kind = Kind::move, .move = Move::first};
-    case Qt::Key_End:
-        return {.kind = Kind::move, .move = Move::last};
-    case Qt::Key_PageUp:
-        return {.kind = Kind::move, .move = Move::pageBack};
-    case Qt::Key_PageDown:
-        return {.kind = Kind::move, .move = Move::pageOn};
+    case Qt::Key_F2:
+        return {.kind = Kind::rename};
+    case Qt::Key_Menu:
+        return {.kind = Kind::menu};
+    case Qt::Key_F10:
+        return shift ? KeyCommand{.kind = Kind::menu} : KeyCommand{};
+    case Qt::Key_Tab:
+        return {.kind = Kind::aim};
     default:
         return isText(press.text) ? KeyCommand{.kind = Kind::type} : KeyCommand{};
     }

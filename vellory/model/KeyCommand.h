@@ -22,11 +22,17 @@ struct KeyCommand {
         activate,
         activateNew, ///< in a new window or instance
         select,      ///< takes the highlighted app into the selection, or out of it
-        hints,       ///< shows the letters that activate tiles
-        move,        ///< the highlight, as `move` says
-        turnPage,    ///< one page on (`pages` 1) or back (-1)
-        erase,       ///< the last character typed
-        type         ///< what the key types goes into the search
+        selectAll,
+        extend,   ///< the selection, by a `move` of the highlight
+        rename,   ///< the highlighted tile, in its place
+        menu,     ///< shows what can be done with the highlighted tile
+        pickUp,   ///< moves the highlighted tile with the keys from now on
+        aim,      ///< Tab: on to the next thing; for a tile on its way, the tile it may go into
+        hints,    ///< shows the letters that activate tiles
+        move,     ///< the highlight, as `move` says
+        turnPage, ///< one page on (`pages` 1) or back (-1)
+        erase,    ///< the last character typed
+        type      ///< what the key types goes into the search
     };
 
     Kind kind = Kind::none;

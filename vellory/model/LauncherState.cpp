@@ -13,17 +13,19 @@ namespace vellory {
 
 namespace {
 
-constexpr std::string_view hintAlphabet = "ASDFGHJKLQWERTYUIOPZXCVBNM";
-constexpr int hintLetters = static_cast<int>(hintAlphabet.size());
-
 constexpr double labelHeight = 25;
 constexpr double gapWithLabels = 26;
 constexpr double gapWithoutLabels = 18;
 
+std::string folderTileID(const Uuid& folder) {
+    return std::string(Tile::folderPrefix) + folder.string();
+}
+
 } // namespace
 
 LauncherState::LauncherState(AppModel& model, QObject* parent)
-    : QObject(parent), model_(model), search_(model) {
+    : QObject(parent), model_(model), search_(model),
+      drag_(std::make_unique<TileDrag>(model, *this)) {
     connect(&search_, &SearchState::highlightChanged, this, [this] {
         assign(highlight_, search_.highlightedApp(), &LauncherState::highlightChanged);
     });
@@ -34,15 +36,7 @@ LauncherState::LauncherState(AppModel& model, QObject* parent)
     onGridChanged();
 }
 
-template <class Field, class Value>
-bool LauncherState::assign(Field& field, const Value& value, void (LauncherState::*changed)()) {
-    if (field == value) {
-        return false;
-    }
-    field = value;
-    Q_EMIT(this->*changed)();
-    return true;
-}
+LauncherState::~LauncherState() = default;
 
 // --- What is shown ---
 
@@ -97,6 +91,10 @@ void LauncherState::onGridChanged() {
     updateItems();
     updatePageCount();
     setFolderPage(folderPage_);
+    if (renaming_ && renaming_->starts_with(Tile::appPrefix) &&
+        std::ranges::find(currentItems_, *renaming_, &Tile::id) == currentItems_.end()) {
+        endRenaming(std::nullopt);
+    }
     if (highlight_ && std::cmp_greater_equal(*highlight_, currentItems_.size())) {
         assign(highlight_, std::nullopt, &LauncherState::highlightChanged);
     }
@@ -138,6 +136,7 @@ void LauncherState::setOpenFolder(const std::optional<Uuid>& folder) {
         return;
     }
     setFolderPage(0);
+    endRenaming(std::nullopt);
     updateItems();
     // Who came by the keyboard goes on with it: inside the folder, then on the folder again.
     if (!highlight_ || searching()) {
@@ -252,15 +251,89 @@ void LauncherState::toggleSelected(const BundleID& id) {
     Q_EMIT selectedChanged();
 }
 
-void LauncherState::setHintsMode(bool on) {
-    assign(hintBuffer_, std::string(), &LauncherState::hintBufferChanged);
-    assign(hintsMode_, on, &LauncherState::hintsModeChanged);
+std::vector<BundleID> LauncherState::selection() const {
+    std::vector<BundleID> apps = model_.board().allApps();
+    std::erase_if(apps, [this](const BundleID& id) { return !selected_.contains(id); });
+    return apps;
 }
 
-std::string LauncherState::hint(int index) {
-    const int wrapped = std::max(index, 0);
-    return {hintAlphabet[static_cast<std::size_t>(wrapped / hintLetters % hintLetters)],
-            hintAlphabet[static_cast<std::size_t>(wrapped % hintLetters)]};
+void LauncherState::selectAll() {
+    std::set<BundleID> apps;
+    for (const Tile& tile : currentItems_) {
+        if (const BundleID* id = tile.app()) {
+            apps.insert(*id);
+        }
+    }
+    setSelected(apps);
+}
+
+// --- Names, panels, and tiles on their way ---
+
+void LauncherState::beginRenaming(const std::string& tileID) {
+    const bool isThere =
+        std::ranges::find(currentItems_, tileID, &Tile::id) != currentItems_.end() ||
+        (openFolder_ && tileID == folderTileID(*openFolder_));
+    if (isThere) {
+        assign(renaming_, tileID, &LauncherState::renamingChanged);
+    }
+}
+
+void LauncherState::endRenaming(const std::optional<std::string>& name) {
+    const std::optional<std::string> tileID = renaming_;
+    assign(renaming_, std::nullopt, &LauncherState::renamingChanged);
+    if (!tileID || !name) {
+        return;
+    }
+    if (tileID->starts_with(Tile::appPrefix)) {
+        model_.rename(tileID->substr(Tile::appPrefix.size()), *name);
+    } else if (const auto folder =
+                   Uuid::parse(std::string_view(*tileID).substr(Tile::folderPrefix.size()))) {
+        model_.renameFolder(*folder, *name);
+    }
+}
+
+void LauncherState::setPanel(Panel panel) {
+    assign(panel_, panel, &LauncherState::panelChanged);
+}
+
+void LauncherState::chooseEmoji(const Uuid& folder) {
+    emojiFolder_ = folder;
+    setPanel(Panel::emoji);
+}
+
+void LauncherState::pickUp(const std::string& tileID) {
+    if (drag_->begin(tileID)) {
+        showItem(*drag_->place());
+    }
+}
+
+void LauncherState::dropTile() {
+    if (!drag_->isActive()) {
+        return;
+    }
+    const std::string tileID = drag_->tile().id();
+    const bool hadHighlight = highlight_.has_value();
+    if (const auto folder = drag_->drop()) {
+        openToName(*folder);
+        return;
+    }
+    if (hadHighlight) {
+        const auto item = std::ranges::find(currentItems_, tileID, &Tile::id);
+        setHighlight(static_cast<int>(item - currentItems_.begin()));
+    }
+}
+
+void LauncherState::makeFolder(const std::vector<BundleID>& ids) {
+    if (const auto folder = model_.makeFolder(ids)) {
+        setSelected({});
+        openToName(*folder);
+    }
+}
+
+void LauncherState::openToName(const Uuid& folder) {
+    setQuery({});
+    setOpenFolder(folder);
+    beginRenaming(folderTileID(folder));
 }
 
 // --- Plain fields ---
@@ -325,6 +398,16 @@ void LauncherState::copy(const std::string& text) {
     hideAfterLaunch();
 }
 
+void LauncherState::activateNew(const BundleID& id) {
+    model_.launchNew(id);
+    hideAfterLaunch();
+}
+
+void LauncherState::perform(const BundleID& id, const std::string& action) {
+    model_.perform(id, action);
+    hideAfterLaunch();
+}
+
 void LauncherState::hideAfterLaunch() {
     if (!keepOpen_) {
         Q_EMIT hideRequested();
@@ -332,6 +415,10 @@ void LauncherState::hideAfterLaunch() {
 }
 
 void LauncherState::reset() {
+    drag_->cancel();
+    endRenaming(std::nullopt);
+    setPanel(Panel::none);
+    selectionAnchor_.reset();
     setQuery({});
     setOpenFolder(std::nullopt);
     setHighlight(std::nullopt);
@@ -342,145 +429,6 @@ void LauncherState::reset() {
     setKeepOpen(model_.prefs().keepOpenAfterLaunch());
     setPage(0, false);
     pager_ = {};
-}
-
-// --- Keys ---
-
-bool LauncherState::handleKey(const KeyPress& press) {
-    const KeyCommand command = KeyCommand::of(press, rightToLeft_);
-    if (hintsMode_) {
-        handleHintKey(command, press.text);
-        return true;
-    }
-    switch (command.kind) {
-    case KeyCommand::Kind::none:
-        return false;
-    case KeyCommand::Kind::back:
-        back();
-        return true;
-    case KeyCommand::Kind::activate:
-    case KeyCommand::Kind::activateNew:
-        return activateHighlighted(command.kind == KeyCommand::Kind::activateNew);
-    case KeyCommand::Kind::select:
-        if (const Tile* tile = highlighted(); tile != nullptr && tile->app() != nullptr) {
-            toggleSelected(*tile->app());
-        }
-        return true;
-    case KeyCommand::Kind::hints:
-        setHintsMode(true);
-        return true;
-    case KeyCommand::Kind::move:
-        moveHighlight(command.move);
-        return true;
-    case KeyCommand::Kind::turnPage:
-        if (searching()) {
-            return false; // moves within the text
-        }
-        step(command.pages);
-        setHighlight(std::nullopt);
-        return true;
-    case KeyCommand::Kind::erase:
-        if (!searching()) {
-            return false;
-        }
-        setQuery(std::string(Text::prefix(query_, Text::length(query_) - 1)));
-        return true;
-    case KeyCommand::Kind::type:
-        type(press.text.toStdString());
-        return true;
-    }
-    return false;
-}
-
-void LauncherState::moveHighlight(GridNavigation::Move move) {
-    using GridNavigation::Move;
-    if (searching()) {
-        search_.moveHighlight(move, columns_, rows_);
-    } else if (!highlight_ && (move == Move::pageBack || move == Move::pageOn)) {
-        step(move == Move::pageOn ? 1 : -1);
-    } else {
-        setHighlight(GridNavigation::moved(highlight_, move, shownGrid()));
-    }
-}
-
-bool LauncherState::activateHighlighted(bool newInstance) {
-    if (const auto text = search_.highlightedText()) {
-        copy(*text);
-        return true;
-    }
-    if (highlighted() == nullptr) {
-        return false;
-    }
-    // A copy: what follows may change the items.
-    const Tile tile = *highlighted();
-    if (!newInstance || tile.app() == nullptr) {
-        activate(tile);
-        return true;
-    }
-    model_.launchNew(*tile.app());
-    hideAfterLaunch();
-    return true;
-}
-
-void LauncherState::type(const std::string& text) {
-    // A search does not begin with a blank: that would turn the grid into a list of everything.
-    if (searching() || !Text::trimmed(text).empty()) {
-        setQuery(query_ + text);
-    }
-}
-
-void LauncherState::handleHintKey(const KeyCommand& command, const QString& text) {
-    if (command.kind == KeyCommand::Kind::erase) {
-        assign(hintBuffer_, std::string(), &LauncherState::hintBufferChanged);
-        return;
-    }
-    const std::string letter = Text::uppercased(text.toStdString());
-    if (command.kind != KeyCommand::Kind::type || letter.size() != 1 ||
-        hintAlphabet.find(letter) == std::string_view::npos) {
-        setHintsMode(false);
-        return;
-    }
-    // A letter that leads to no tile on the page is passed over.
-    const std::string typed = hintBuffer_ + letter;
-    const GridNavigation::Grid grid = shownGrid();
-    const int end = std::min(grid.firstShown() + grid.pageSize(), grid.count);
-    for (int index = grid.firstShown(); index < end; ++index) {
-        const std::string label = hint(index);
-        if (label == typed) {
-            setHintsMode(false);
-            const Tile tile = currentItems_[static_cast<std::size_t>(index)];
-            activate(tile);
-            return;
-        }
-        if (label.starts_with(typed)) {
-            assign(hintBuffer_, typed, &LauncherState::hintBufferChanged);
-            return;
-        }
-    }
-}
-
-// --- Scrolling ---
-
-bool LauncherState::handleScroll(const Scroll& scroll) {
-    const bool inFolder = openFolder_ && !searching();
-    const int count = inFolder ? folderPageCount() : pageCount_;
-    if (count < 2 || (!inFolder && !isPaged())) {
-        return false;
-    }
-    Scroll logical = scroll;
-    if (rightToLeft_) {
-        logical.dx = -logical.dx;
-    }
-    const ScrollPager::Result result =
-        pager_.feed(logical, model_.clock().now().secondsSince2001,
-                    {inFolder ? folderPage_ : page_, count, pageWidth_});
-    setDragOffset(rightToLeft_ ? -result.offset : result.offset);
-    if (inFolder) {
-        setFolderPage(result.page);
-    } else {
-        goToPage(result.page);
-    }
-    return true;
 }
 
 } // namespace vellory

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -16,6 +17,7 @@
 #include "model/KeyCommand.h"
 #include "model/ScrollPager.h"
 #include "model/SearchState.h"
+#include "model/TileDrag.h"
 
 namespace vellory {
 
@@ -27,11 +29,15 @@ class LauncherState : public QObject {
     Q_OBJECT
 
   public:
+    /// What may stand over the grid for a while.
+    enum class Panel { none, history, hiddenApps, emoji };
+
     /// How many apps an open folder shows before it pages.
     static constexpr int folderColumns = 5;
     static constexpr int folderRows = 4;
 
     explicit LauncherState(AppModel& model, QObject* parent = nullptr);
+    ~LauncherState() override;
 
     const std::string& query() const { return query_; }
     /// The first match is highlighted.
@@ -71,12 +77,37 @@ class LauncherState : public QObject {
     const std::set<BundleID>& selected() const { return selected_; }
     void setSelected(const std::set<BundleID>& apps);
     void toggleSelected(const BundleID& id);
+    /// The selected apps in the order of the grid, folders expanded in place.
+    std::vector<BundleID> selection() const;
+    /// Every app that is shown now, at the top level or in the open folder.
+    void selectAll();
 
     bool hintsMode() const { return hintsMode_; }
     void setHintsMode(bool on);
     const std::string& hintBuffer() const { return hintBuffer_; }
     /// The two letters that activate the item of `currentItems` in hints mode.
     static std::string hint(int index);
+
+    /// The tile whose name is being edited in its place.
+    const std::optional<std::string>& renaming() const { return renaming_; }
+    void beginRenaming(const std::string& tileID);
+    /// With no name the old one stays.
+    void endRenaming(const std::optional<std::string>& name);
+
+    Panel panel() const { return panel_; }
+    void setPanel(Panel panel);
+    /// Opens the panel in which the user picks a badge for the folder.
+    void chooseEmoji(const Uuid& folder);
+    /// The folder that the emoji panel is about.
+    const std::optional<Uuid>& emojiFolder() const { return emojiFolder_; }
+
+    TileDrag& drag() { return *drag_; }
+    const TileDrag& drag() const { return *drag_; }
+    /// Begins a drag by keys: arrows move the tile, Tab aims it at the one after it, Return lets it
+    /// go and Escape puts it back.
+    void pickUp(const std::string& tileID);
+    /// Lets the dragged tile go. A folder that this makes opens, its name ready to be typed.
+    void dropTile();
 
     bool keepOpen() const { return keepOpen_; }
     void setKeepOpen(bool on);
@@ -107,6 +138,11 @@ class LauncherState : public QObject {
     bool activateHighlighted(bool newInstance);
     /// Asks that `text` be copied for the user, and to be hidden unless kept open.
     void copy(const std::string& text);
+    /// Opens another window of the app, or does one of its actions; then as `activate`.
+    void activateNew(const BundleID& id);
+    void perform(const BundleID& id, const std::string& action);
+    /// A new folder of these apps; it opens, its name ready to be typed.
+    void makeFolder(const std::vector<BundleID>& ids);
     /// Everything typed, opened, highlighted and selected is forgotten, and the first page shown.
     void reset();
 
@@ -125,6 +161,10 @@ class LauncherState : public QObject {
     void highlightChanged();
     void selectedChanged();
     void hintsModeChanged();
+    void renamingChanged();
+    void panelChanged();
+    /// The user asked for the menu of this item by the keyboard; -1 for the background's.
+    void menuRequested(int index);
     void hintBufferChanged();
     void keepOpenChanged();
     void compactChanged();
@@ -142,7 +182,14 @@ class LauncherState : public QObject {
   private:
     /// Sets a field and tells so when that changes it.
     template <class Field, class Value>
-    bool assign(Field& field, const Value& value, void (LauncherState::*changed)());
+    bool assign(Field& field, const Value& value, void (LauncherState::*changed)()) {
+        if (field == value) {
+            return false;
+        }
+        field = value;
+        Q_EMIT(this->*changed)();
+        return true;
+    }
 
     GridNavigation::Grid shownGrid() const;
     bool isPaged() const;
@@ -154,7 +201,10 @@ class LauncherState : public QObject {
     void setFolderPage(int page);
     void showItem(int index);
     const Tile* highlighted() const;
+    void openToName(const Uuid& folder);
+    bool handleDragKey(const KeyCommand& command);
     void moveHighlight(GridNavigation::Move move);
+    void extendSelection(GridNavigation::Move move);
     void hideAfterLaunch();
     void type(const std::string& text);
     void handleHintKey(const KeyCommand& command, const QString& text);
@@ -173,6 +223,12 @@ class LauncherState : public QObject {
     int folderPage_ = 0;
     std::optional<int> highlight_;
     std::set<BundleID> selected_;
+    /// Where a selection by Shift began, and what was selected before it.
+    std::optional<int> selectionAnchor_;
+    std::set<BundleID> selectedBefore_;
+    std::optional<std::string> renaming_;
+    Panel panel_ = Panel::none;
+    std::optional<Uuid> emojiFolder_;
     bool hintsMode_ = false;
     std::string hintBuffer_;
     bool keepOpen_ = false;
@@ -184,6 +240,7 @@ class LauncherState : public QObject {
     QPointF rippleOrigin_;
     ScrollPager pager_;
     std::vector<Tile> currentItems_;
+    std::unique_ptr<TileDrag> drag_;
 };
 
 } // namespace vellory

@@ -7,6 +7,7 @@
 #include <QQmlEngine>
 #include <QScreen>
 
+#include "shell/ShadowProvider.h"
 #include "shell/SymbolProvider.h"
 
 // Made by the build from the types of the Vellory module. Taking its address keeps the registration
@@ -38,6 +39,7 @@ void LauncherController::createWindow() {
     view_->setPersistentSceneGraph(true);
     view_->engine()->addImageProvider("icons", new IconProvider(parts_.icons, iconSources_));
     view_->engine()->addImageProvider("symbols", new SymbolProvider);
+    view_->engine()->addImageProvider("shadow", new ShadowProvider);
     view_->engine()->addImageProvider("backdrop", new BackdropProvider(backdrop_));
     view_->setInitialProperties({{"launcher", QVariant::fromValue(&viewModel_)}});
     view_->setSource(QUrl("qrc:/qt/qml/Vellory/qml/LauncherView.qml"));

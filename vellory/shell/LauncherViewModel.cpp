@@ -4,18 +4,20 @@
 #include <algorithm>
 
 #include "Input/GridMotion.h"
+#include "Search/EmojiSearch.h"
+#include "model/TileMenu.h"
+#include "shell/TileItems.h"
 
 namespace vellory {
 
 namespace {
-constexpr std::size_t iconsOnFolder = 9;
 constexpr double eighthsPerNotch = 120.0; // what Qt calls the angle of one notch
 } // namespace
 
 LauncherViewModel::LauncherViewModel(AppModel& model, LauncherState& state,
                                      std::shared_ptr<IconSources> iconSources, QObject* parent)
     : QObject(parent), model_(model), state_(state), iconSources_(std::move(iconSources)),
-      search_(model, state) {
+      search_(model, state), drag_(state), history_(model) {
     connect(&search_, &SearchViewModel::noticePosted, &notices_, &NoticeList::post);
     connect(&model_, &AppModel::visibleTilesChanged, this, &LauncherViewModel::scheduleUpdate);
     connect(&model_, &AppModel::runningChanged, this, &LauncherViewModel::scheduleUpdate);
@@ -48,6 +50,19 @@ LauncherViewModel::LauncherViewModel(AppModel& model, LauncherState& state,
     connect(&state_, &LauncherState::rightToLeftChanged, this, &LauncherViewModel::mirroredChanged);
     connect(&state_, &LauncherState::rippleOriginChanged, this,
             &LauncherViewModel::rippleOriginChanged);
+    connect(&state_, &LauncherState::selectedChanged, this, &LauncherViewModel::scheduleUpdate);
+    connect(&state_, &LauncherState::renamingChanged, this, &LauncherViewModel::renamingChanged);
+    connect(&state_, &LauncherState::panelChanged, this, [this] {
+        if (state_.panel() == LauncherState::Panel::history) {
+            history_.load();
+        }
+        Q_EMIT panelChanged();
+    });
+    connect(&state_, &LauncherState::menuRequested, this, &LauncherViewModel::menuRequested);
+    connect(&state_, &LauncherState::presentedChanged, &menu_, &MenuViewModel::close);
+    // Others make room under the pointer in the same frame.
+    connect(&drag_, &TileDragViewModel::changed, this, &LauncherViewModel::updateLists);
+    connect(&model_, &AppModel::visibleTilesChanged, this, &LauncherViewModel::hiddenAppsChanged);
     updateLists();
 }
 
@@ -92,13 +107,90 @@ void LauncherViewModel::activate(const QString& tileId, bool newWindow) {
     }
     const BundleID* app = tile->app();
     if (newWindow && app != nullptr) {
-        model_.launchNew(*app);
-        if (!state_.keepOpen()) {
-            Q_EMIT state_.hideRequested();
-        }
+        state_.activateNew(BundleID(*app));
         return;
     }
     state_.activate(*tile);
+}
+
+QStringList LauncherViewModel::hiddenApps() const {
+    QStringList apps;
+    for (const BundleID& id : model_.installedOrder()) {
+        if (model_.board().hidden.contains(id)) {
+            apps.append(QString::fromStdString(id));
+        }
+    }
+    return apps;
+}
+
+QString LauncherViewModel::appName(const QString& app) const {
+    return QString::fromStdString(model_.name(app.toStdString()));
+}
+
+QString LauncherViewModel::appIcon(const QString& app) const {
+    return TileItems(model_, model_.board()).of(Tile(app.toStdString())).icons.value(0);
+}
+
+void LauncherViewModel::toggleSelected(const QString& tileId) {
+    const std::string id = tileId.toStdString();
+    if (id.starts_with(Tile::appPrefix)) {
+        state_.toggleSelected(id.substr(Tile::appPrefix.size()));
+    }
+}
+
+void LauncherViewModel::beginBand(bool adding) {
+    selectedBefore_ = adding ? state_.selected() : std::set<BundleID>();
+}
+
+void LauncherViewModel::selectInBand(const QStringList& tileIds) {
+    std::set<BundleID> apps = selectedBefore_;
+    for (const QString& tileId : tileIds) {
+        const std::string id = tileId.toStdString();
+        if (id.starts_with(Tile::appPrefix)) {
+            apps.insert(id.substr(Tile::appPrefix.size()));
+        }
+    }
+    state_.setSelected(apps);
+}
+
+void LauncherViewModel::showMenu(const QString& tileId) {
+    const TileMenu menus(model_, state_);
+    const std::string id = tileId.toStdString();
+    if (tileId == openFolder() && state_.openFolder()) {
+        if (const Folder* folder = model_.board().folder(*state_.openFolder())) {
+            menu_.show(menus.forTile(Tile(*folder)));
+        }
+        return;
+    }
+    const auto& items = state_.currentItems();
+    const auto item = std::ranges::find(items, id, &Tile::id);
+    if (item != items.end()) {
+        menu_.show(menus.forTile(*item));
+    } else if (tileId.isEmpty() && !state_.searching()) {
+        menu_.show(menus.forBackground());
+    }
+}
+
+void LauncherViewModel::beginRenaming(const QString& tileId) {
+    state_.beginRenaming(tileId.toStdString());
+}
+
+void LauncherViewModel::setEmoji(const QString& emoji) {
+    if (state_.emojiFolder()) {
+        model_.setFolderEmoji(*state_.emojiFolder(),
+                              emoji.isEmpty() ? std::nullopt : std::optional(emoji.toStdString()));
+    }
+    closePanel();
+}
+
+QVariantList LauncherViewModel::findEmoji(const QString& query) const {
+    constexpr std::size_t most = 120;
+    QVariantList found;
+    for (const EmojiSearch::Hit& hit : EmojiSearch::search(":" + query.toStdString(), most)) {
+        found.append(QVariantMap{{"emoji", QString::fromStdString(hit.emoji)},
+                                 {"name", QString::fromStdString(hit.name)}});
+    }
+    return found;
 }
 
 void LauncherViewModel::closeFolder() {
@@ -178,40 +270,13 @@ QString LauncherViewModel::hint(int index) const {
     return QString::fromStdString(LauncherState::hint(index));
 }
 
-TileItem LauncherViewModel::item(const Tile& tile) const {
-    const auto& custom = model_.board().icons;
-    const auto iconOf = [&](const BundleID& id) {
-        const auto icon = custom.find(id);
-        return IconProvider::appSource(id, icon == custom.end() ? std::string() : icon->second);
-    };
-    TileItem out;
-    out.id = QString::fromStdString(tile.id());
-    if (const BundleID* id = tile.app()) {
-        out.title = QString::fromStdString(model_.name(*id));
-        out.icons = {iconOf(*id)};
-        out.isRunning = model_.running().contains(*id);
-        if (const auto badge = model_.badges().find(*id); badge != model_.badges().end()) {
-            out.badge = QString::fromStdString(badge->second);
-        }
-        return out;
-    }
-    const Folder& folder = *tile.folder();
-    out.isFolder = true;
-    out.title = QString::fromStdString(folder.title);
-    for (std::size_t i = 0; i < std::min(iconsOnFolder, folder.apps.size()); ++i) {
-        out.icons.append(iconOf(folder.apps[i]));
-    }
-    out.color = QString::fromStdString(folder.color.value_or(""));
-    out.emoji = QString::fromStdString(folder.emoji.value_or(""));
-    out.cover = folder.cover ? IconProvider::fileSource(*folder.cover) : QString();
-    return out;
-}
-
 std::vector<TileItem> LauncherViewModel::items(const std::vector<Tile>& tiles) const {
-    std::vector<TileItem> out;
-    out.reserve(tiles.size());
-    for (const Tile& tile : tiles) {
-        out.push_back(item(tile));
+    std::vector<TileItem> out = TileItems(model_, model_.board()).of(tiles);
+    if (!state_.selected().empty()) {
+        for (std::size_t i = 0; i < tiles.size(); ++i) {
+            const BundleID* app = tiles[i].app();
+            out[i].isSelected = app != nullptr && state_.selected().contains(*app);
+        }
     }
     return out;
 }
@@ -238,14 +303,16 @@ void LauncherViewModel::scheduleUpdate() {
 void LauncherViewModel::updateLists() {
     updateScheduled_ = false;
     updateIconSources();
-    tiles_.setItems(items(model_.visibleTiles()));
+    const TileDrag& drag = state_.drag();
+    const bool arrangesGrid = drag.isActive() && !drag.isInFolder();
+    tiles_.setItems(items(arrangesGrid ? drag.arranged() : model_.visibleTiles()));
     if (state_.openFolder()) {
         if (const auto folder = model_.visibleFolder(*state_.openFolder())) {
             std::vector<Tile> apps;
             for (const BundleID& id : folder->apps) {
                 apps.push_back(Tile(id));
             }
-            folderTiles_.setItems(items(apps));
+            folderTiles_.setItems(items(drag.isInFolder() ? drag.arranged() : apps));
         }
     }
     Q_EMIT folderTitleChanged();

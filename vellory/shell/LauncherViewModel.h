@@ -11,8 +11,11 @@
 #include "model/AppModel.h"
 #include "model/LauncherState.h"
 #include "shell/IconProvider.h"
+#include "shell/LayoutHistory.h"
+#include "shell/MenuViewModel.h"
 #include "shell/NoticeList.h"
 #include "shell/SearchViewModel.h"
+#include "shell/TileDragViewModel.h"
 #include "shell/TileList.h"
 
 namespace vellory {
@@ -28,6 +31,13 @@ class LauncherViewModel : public QObject {
     Q_PROPERTY(vellory::TileList* folderTiles READ folderTiles CONSTANT)
     Q_PROPERTY(vellory::SearchViewModel* search READ search CONSTANT)
     Q_PROPERTY(vellory::NoticeList* notices READ notices CONSTANT)
+
+    Q_PROPERTY(vellory::TileDragViewModel* drag READ drag CONSTANT)
+    Q_PROPERTY(vellory::MenuViewModel* menu READ menu CONSTANT)
+    Q_PROPERTY(vellory::LayoutHistory* history READ history CONSTANT)
+    Q_PROPERTY(Panel panel READ panel NOTIFY panelChanged)
+    Q_PROPERTY(QString renaming READ renaming NOTIFY renamingChanged)
+    Q_PROPERTY(QStringList hiddenApps READ hiddenApps NOTIFY hiddenAppsChanged)
 
     Q_PROPERTY(QString query READ query WRITE setQuery NOTIFY queryChanged)
     Q_PROPERTY(bool searching READ isSearching NOTIFY queryChanged)
@@ -55,6 +65,14 @@ class LauncherViewModel : public QObject {
     Q_PROPERTY(QString backdrop READ backdrop NOTIFY backdropChanged)
 
   public:
+    enum class Panel {
+        None = static_cast<int>(LauncherState::Panel::none),
+        History = static_cast<int>(LauncherState::Panel::history),
+        HiddenApps = static_cast<int>(LauncherState::Panel::hiddenApps),
+        Emoji = static_cast<int>(LauncherState::Panel::emoji)
+    };
+    Q_ENUM(Panel)
+
     LauncherViewModel(AppModel& model, LauncherState& state,
                       std::shared_ptr<IconSources> iconSources, QObject* parent = nullptr);
 
@@ -62,6 +80,14 @@ class LauncherViewModel : public QObject {
     TileList* folderTiles() { return &folderTiles_; }
     SearchViewModel* search() { return &search_; }
     NoticeList* notices() { return &notices_; }
+    TileDragViewModel* drag() { return &drag_; }
+    MenuViewModel* menu() { return &menu_; }
+    LayoutHistory* history() { return &history_; }
+    Panel panel() const { return static_cast<Panel>(state_.panel()); }
+    /// The tile whose name is being edited, empty for none.
+    QString renaming() const { return QString::fromStdString(state_.renaming().value_or("")); }
+    /// The installed apps that the grid does not show, by name.
+    QStringList hiddenApps() const;
 
     QString query() const { return QString::fromStdString(state_.query()); }
     void setQuery(const QString& query) { state_.setQuery(query.toStdString()); }
@@ -97,6 +123,23 @@ class LauncherViewModel : public QObject {
     // What the views ask.
 
     Q_INVOKABLE void activate(const QString& tileId, bool newWindow);
+    Q_INVOKABLE void toggleSelected(const QString& tileId);
+    /// Selects these tiles' apps, besides what was selected when the band began if `adding`.
+    Q_INVOKABLE void beginBand(bool adding);
+    Q_INVOKABLE void selectInBand(const QStringList& tileIds);
+    /// Shows what can be done with a tile; with the background when there is no such tile.
+    Q_INVOKABLE void showMenu(const QString& tileId);
+    Q_INVOKABLE void beginRenaming(const QString& tileId);
+    Q_INVOKABLE void endRenaming(const QString& name) { state_.endRenaming(name.toStdString()); }
+    Q_INVOKABLE void cancelRenaming() { state_.endRenaming(std::nullopt); }
+    Q_INVOKABLE void closePanel() { state_.setPanel(LauncherState::Panel::none); }
+    Q_INVOKABLE void unhide(const QString& app) { model_.unhide(app.toStdString()); }
+    Q_INVOKABLE QString appName(const QString& app) const;
+    Q_INVOKABLE QString appIcon(const QString& app) const;
+    /// The badge of the folder that the emoji panel is about.
+    Q_INVOKABLE void setEmoji(const QString& emoji);
+    /// Emoji whose names fit, each with `emoji` and `name`.
+    Q_INVOKABLE QVariantList findEmoji(const QString& query) const;
     Q_INVOKABLE void closeFolder();
     Q_INVOKABLE void clearQuery();
     Q_INVOKABLE void back() { state_.back(); }
@@ -120,6 +163,11 @@ class LauncherViewModel : public QObject {
     Q_INVOKABLE bool wheel(const QPointF& pixels, const QPointF& angle, int phase);
 
   Q_SIGNALS:
+    void panelChanged();
+    void renamingChanged();
+    void hiddenAppsChanged();
+    /// The user asked for a menu by the keyboard: of this item, or of the background for -1.
+    void menuRequested(int index);
     void queryChanged();
     void pageChanged(bool animated);
     void pageCountChanged();
@@ -139,7 +187,6 @@ class LauncherViewModel : public QObject {
     void welcomingChanged();
 
   private:
-    TileItem item(const Tile& tile) const;
     std::vector<TileItem> items(const std::vector<Tile>& tiles) const;
     void updateIconSources();
     void scheduleUpdate();
@@ -152,6 +199,10 @@ class LauncherViewModel : public QObject {
     TileList folderTiles_;
     SearchViewModel search_;
     NoticeList notices_;
+    TileDragViewModel drag_;
+    MenuViewModel menu_;
+    LayoutHistory history_;
+    std::set<BundleID> selectedBefore_;
     bool updateScheduled_ = false;
     bool dark_ = true;
     bool welcoming_ = false;

@@ -8,12 +8,14 @@
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QEventLoop>
+#include <QMouseEvent>
 #include <QQuickItem>
 
 #include "Support/AtomicFile.h"
 #include "model/AppModel.h"
 #include "model/LauncherState.h"
 #include "shell/LauncherController.h"
+#include "shell/TileGrid.h"
 
 namespace vellory {
 
@@ -21,16 +23,19 @@ namespace {
 
 constexpr int patienceMilliseconds = 15'000;
 
-/// Whether some picture in the scene is still on its way.
-bool isLoading(const QQuickItem& item) {
+/// Whether some picture in the scene is still to come, or some tile still on its way.
+bool isBusy(const QQuickItem& item) {
     constexpr int loadingStatus = 2; // Image.Loading
     const QVariant status = item.property("status");
     if (item.isVisible() && status.isValid() && item.property("sourceSize").isValid() &&
         status.toInt() == loadingStatus) {
         return true;
     }
+    if (item.isVisible() && item.property("settling").toBool()) {
+        return true;
+    }
     return std::ranges::any_of(item.childItems(),
-                               [](const QQuickItem* child) { return isLoading(*child); });
+                               [](const QQuickItem* child) { return isBusy(*child); });
 }
 
 /// Lets events run until `done`, or until patience ends.
@@ -46,17 +51,56 @@ bool waitFor(Condition done) {
     return true;
 }
 
+const Tile* firstFolder(const AppModel& model) {
+    const auto& tiles = model.visibleTiles();
+    const auto folder =
+        std::ranges::find_if(tiles, [](const Tile& tile) { return tile.folder() != nullptr; });
+    return folder == tiles.end() ? nullptr : &*folder;
+}
+
+void movePointer(QQuickWindow& window, QEvent::Type type, QPointF to) {
+    const bool isDown = type != QEvent::MouseButtonRelease;
+    QMouseEvent event(type, to, window.mapToGlobal(to),
+                      type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton,
+                      isDown ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&window, &event);
+}
+
+/// Picks up one tile and holds it between two others, as the pointer does.
+void dragSomeTile(QQuickWindow& window, TileGrid& grid) {
+    const auto middleOf = [&](int index) {
+        return grid.mapToScene(grid.tileRect(grid.tileIdAt(index)).center());
+    };
+    constexpr int steps = 12;
+    const auto& items = grid.tiles()->items();
+    const auto app = std::ranges::find(items, false, &TileItem::isFolder);
+    if (app == items.end()) {
+        return;
+    }
+    const int at = static_cast<int>(app - items.begin());
+    const QPointF from = middleOf(at);
+    const QPointF to =
+        middleOf(std::max(0, at - 6)) + QPointF(grid.tileRect(app->id).width() / 2, 30);
+    movePointer(window, QEvent::MouseButtonPress, from);
+    for (int step = 1; step <= steps; ++step) {
+        movePointer(window, QEvent::MouseMove, from + (to - from) * step / steps);
+    }
+}
+
 /// Brings the launcher into the state that the picture is to show.
 std::expected<void, std::string> arrange(const QString& view, AppModel& model,
                                          LauncherState& state) {
     if (view == "folder") {
-        const auto& tiles = model.visibleTiles();
-        const auto folder =
-            std::ranges::find_if(tiles, [](const Tile& tile) { return tile.folder() != nullptr; });
-        if (folder == tiles.end()) {
+        const Tile* folder = firstFolder(model);
+        if (folder == nullptr) {
             return std::unexpected("There is no folder on the grid to show.");
         }
         state.setOpenFolder(folder->folder()->id);
+    } else if (view == "history") {
+        // So that there is something to go back to.
+        model.sortAlphabetically();
+        model.autoFolders();
+        state.setPanel(LauncherState::Panel::history);
     }
     // What is typed for a picture of what typing shows.
     static const std::map<QString, std::string> typed{
@@ -67,10 +111,26 @@ std::expected<void, std::string> arrange(const QString& view, AppModel& model,
     return {};
 }
 
+/// The same for what needs the scene to be there.
+void act(const QString& view, QQuickWindow& window, AppModel& model, LauncherState& state) {
+    auto* grid = window.contentItem()->findChild<TileGrid*>("grid");
+    if (grid == nullptr) {
+        return;
+    }
+    if (view == "context-menu") {
+        const Tile* folder = firstFolder(model);
+        const int shown =
+            folder == nullptr ? 0 : static_cast<int>(folder - model.visibleTiles().data());
+        Q_EMIT state.menuRequested(shown);
+    } else if (view == "dragging") {
+        dragSomeTile(window, *grid);
+    }
+}
+
 } // namespace
 
 bool isSettled(const QQuickItem& root) {
-    return !root.property("moving").toBool() && !isLoading(root);
+    return !root.property("moving").toBool() && !isBusy(root);
 }
 
 std::expected<void, std::string> takeScreenshot(LauncherController& controller, AppModel& model,
@@ -85,6 +145,11 @@ std::expected<void, std::string> takeScreenshot(LauncherController& controller, 
         return std::unexpected("The views could not be loaded.");
     }
     // Twice: the first frame is what asks for the pictures.
+    window.grabWindow();
+    if (!waitFor([&] { return isSettled(*window.rootObject()); })) {
+        return std::unexpected("Some pictures did not arrive in time.");
+    }
+    act(view, window, model, state);
     window.grabWindow();
     if (!waitFor([&] { return isSettled(*window.rootObject()); })) {
         return std::unexpected("Some pictures did not arrive in time.");

@@ -16,6 +16,10 @@ namespace vellory {
 namespace {
 /// Delegates of pages further away than this from the one in view are given up.
 constexpr int keptPages = 12;
+
+QRectF bodyOf(const QQuickItem& delegate) {
+    return delegate.property("body").toRectF();
+}
 } // namespace
 
 TileGrid::TileGrid(QQuickItem* parent) : QQuickItem(parent), content_(new QQuickItem(this)) {}
@@ -121,6 +125,57 @@ QRectF TileGrid::tileRect(const QString& id) const {
                                    : cell(index->second).translated(content_->position());
 }
 
+QString TileGrid::tileAt(const QPointF& point) const {
+    const QPointF inContent = point - content_->position();
+    for (const auto& [id, entry] : entries_) {
+        if (entry.item->isVisible() &&
+            bodyOf(*entry.item).contains(inContent - entry.item->position())) {
+            return id;
+        }
+    }
+    return {};
+}
+
+QString TileGrid::tileIdAt(int index) const {
+    const bool isThere = tiles_ != nullptr && index >= 0 && index < tiles_->count();
+    return isThere ? tiles_->items()[static_cast<std::size_t>(index)].id : QString();
+}
+
+QVariantMap TileGrid::placeAt(const QPointF& point) const {
+    const int page = std::clamp(static_cast<int>(std::lround(position_)), 0, pageCount() - 1);
+    const qreal cellWidth = std::max(1.0, (width() - 2 * sideMargin_) / columns_);
+    const qreal cellHeight = std::max(1.0, height() / rows_);
+    const qreal x = mirrored_ ? width() - point.x() : point.x();
+    const qreal columnsIn = std::clamp((x - sideMargin_) / cellWidth, 0.0, columns_ - 0.001);
+    const qreal rowsIn = std::clamp(point.y() / cellHeight, 0.0, rows_ - 0.001);
+    const int column = static_cast<int>(columnsIn);
+    return {{"cell", page * perPage() + static_cast<int>(rowsIn) * columns_ + column},
+            {"across", columnsIn - column}};
+}
+
+QStringList TileGrid::tilesIn(const QRectF& area) const {
+    const QRectF inContent = area.translated(-content_->position());
+    QStringList found;
+    for (const auto& [id, entry] : entries_) {
+        if (entry.item->isVisible() &&
+            bodyOf(*entry.item).translated(entry.item->position()).intersects(inContent)) {
+            found.append(id);
+        }
+    }
+    return found;
+}
+
+void TileGrid::bringFrom(const QString& id, const QPointF& topLeft) {
+    const auto entry = entries_.find(id);
+    if (entry == entries_.end() || !animateMoves_) {
+        return;
+    }
+    entry->second.item->setPosition(topLeft - content_->position());
+    setMoving(true);
+    place(entry->second, true);
+    setMoving(false);
+}
+
 QQuickItem* TileGrid::itemFor(const QString& id) {
     const auto index = indexes_.find(id);
     if (index == indexes_.end()) {
@@ -167,8 +222,7 @@ void TileGrid::updatePolish() {
     if (contentDirty_) {
         contentDirty_ = false;
         const auto& items = tiles_->items();
-        moving_ = animateMoves_ && isVisible();
-        Q_EMIT movingChanged();
+        setMoving(animateMoves_ && isVisible());
         for (auto entry = entries_.begin(); entry != entries_.end();) {
             const auto index = indexes_.find(entry->first);
             if (index == indexes_.end()) {
@@ -185,8 +239,7 @@ void TileGrid::updatePolish() {
             }
             ++entry;
         }
-        moving_ = false;
-        Q_EMIT movingChanged();
+        setMoving(false);
         applyHighlight();
     }
     const auto first = static_cast<int>(std::floor(position_));
@@ -196,6 +249,13 @@ void TileGrid::updatePolish() {
     }
     scrollContent();
     requestNeighbours();
+}
+
+void TileGrid::setMoving(bool moving) {
+    if (moving != moving_) {
+        moving_ = moving;
+        Q_EMIT movingChanged();
+    }
 }
 
 void TileGrid::placeAll() {
@@ -253,6 +313,7 @@ bool TileGrid::make(int index) {
                               {"cover", tile.cover},
                               {"badge", tile.badge},
                               {"isRunning", tile.isRunning},
+                              {"selected", tile.isSelected},
                               {"index", index},
                               {"highlighted", false},
                               {"rippleDelay", 0.0},
@@ -310,6 +371,7 @@ void TileGrid::updateEntry(Entry& entry, const TileItem& tile) {
     update("cover", before.cover, tile.cover);
     update("badge", before.badge, tile.badge);
     update("isRunning", before.isRunning, tile.isRunning);
+    update("selected", before.isSelected, tile.isSelected);
     entry.shown = tile;
 }
 

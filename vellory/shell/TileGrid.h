@@ -8,6 +8,7 @@
 #include <QPointer>
 #include <QQmlComponent>
 #include <QQuickItem>
+#include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
 
 #include "shell/TileList.h"
@@ -22,7 +23,8 @@ namespace vellory {
 /// made for the page in view at once and for its neighbours when there is time.
 ///
 /// A delegate has the properties `tileId`, `title`, `isFolder`, `icons`, `tint`, `emoji`, `cover`,
-/// `isRunning`, `badge`, `index`, `highlighted`, `rippleDelay` (0 to 1) and `grid`, all required.
+/// `isRunning`, `badge`, `selected`, `index`, `highlighted`, `rippleDelay` (0 to 1) and `grid`, all
+/// required; and `body`, the part of it that one can grasp.
 class TileGrid : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
@@ -68,6 +70,17 @@ class TileGrid : public QQuickItem {
 
     /// Where the tile is or would be, in this item's coordinates; empty for an unknown tile.
     Q_INVOKABLE QRectF tileRect(const QString& id) const;
+    /// The tile whose body is at a point; empty for none.
+    Q_INVOKABLE QString tileAt(const QPointF& point) const;
+    /// The tile at an index of the list; empty past its ends.
+    Q_INVOKABLE QString tileIdAt(int index) const;
+    /// The cell nearest to a point: `cell`, counted over all pages, and `across`, how far into it
+    /// the point is, 0 to 1 in the direction of reading.
+    Q_INVOKABLE QVariantMap placeAt(const QPointF& point) const;
+    /// The tiles on the page in view whose bodies a rectangle touches.
+    Q_INVOKABLE QStringList tilesIn(const QRectF& area) const;
+    /// Lets a tile's delegate come to its cell from where it was let go.
+    Q_INVOKABLE void bringFrom(const QString& id, const QPointF& topLeft);
     /// The delegate of a tile, made if need be; null for an unknown tile.
     Q_INVOKABLE QQuickItem* itemFor(const QString& id);
 
@@ -98,6 +111,7 @@ class TileGrid : public QQuickItem {
     int perPage() const { return std::max(1, columns_ * rows_); }
     QRectF cell(int index) const;
     void contentChanged();
+    void setMoving(bool moving);
     void placeAll();
     void scrollContent();
     /// Makes the delegates of a page; true if any was missing.

@@ -21,6 +21,7 @@ struct TileItem {
     QString cover;     ///< image source of a folder's cover, empty for none
     bool isRunning = false;
     QString badge;
+    bool isSelected = false;
 
     friend bool operator==(const TileItem&, const TileItem&) = default;
 };

@@ -22,8 +22,8 @@ class LinuxRunningApps final : public RunningApps {
 
     /// `loop` and `scheduler` must outlive this object; what is under way when it goes away is
     /// finished without telling anybody.
-    LinuxRunningApps(const Options& options, std::shared_ptr<DesktopEntries> entries, EventLoop& loop,
-                     Scheduler& scheduler);
+    LinuxRunningApps(const Options& options, std::shared_ptr<DesktopEntries> entries,
+                     EventLoop& loop, Scheduler& scheduler);
     ~LinuxRunningApps() override;
 
     std::vector<RunningApp> list() const override;

@@ -1,21 +1,27 @@
 // SPDX-License-Identifier: Apache-2.0
-pragma ComponentBehavior: Bound
 import QtQuick
 import Vellory
 
 // The open folder over the grid: it grows out of its tile and returns to it.
+// Components are not bound here; see TileView.
 Item {
     id: panel
 
     required property Launcher launcher
     required property TileGrid grid
 
+    readonly property TileGrid tileGrid: folderGrid
     readonly property bool open: launcher.openFolder !== ""
     readonly property bool moving: growth.running || folderSpring.running
     // The folder that is shown; kept while the panel goes back into its tile.
     property string shownFolder: ""
     property string shownTitle: ""
     property rect origin: Qt.rect(width / 2, height / 2, 0, 0)
+
+    // Whether a point of the panel lies on the folder's card.
+    function holds(at: point): bool {
+        return surface.contains(surface.mapFromItem(panel, at))
+    }
 
     visible: growth.value > 0.001
 
@@ -67,7 +73,8 @@ Item {
         id: card
 
         readonly property int count: Math.max(1, panel.launcher.folderTiles.count)
-        readonly property int columns: Math.max(Math.min(count, 3), Math.min(panel.launcher.folderColumns, Math.ceil(Math.sqrt(count * 1.6))))
+        // A single row is as wide as it needs to be.
+        readonly property int columns: Math.min(panel.launcher.folderColumns, Math.max(3, count))
         readonly property int cell: Math.min(panel.launcher.iconSize + 6 * Theme.unit,
                                              (panel.width - 14 * Theme.unit) / panel.launcher.folderColumns)
         readonly property int rowHeight: Math.min(panel.launcher.iconSize + 7 * Theme.unit,
@@ -78,7 +85,7 @@ Item {
         anchors.horizontalCenterOffset: (panel.origin.x + panel.origin.width / 2 - panel.width / 2) * (1 - growth.value)
         anchors.verticalCenter: parent.verticalCenter
         anchors.verticalCenterOffset: (panel.origin.y + panel.origin.height / 2 - panel.height / 2) * (1 - growth.value)
-        width: panel.launcher.folderColumns * cell + 6 * Theme.unit
+        width: columns * cell + 6 * Theme.unit
         height: surface.height
         scale: 0.16 + 0.84 * growth.value
         opacity: Math.min(1, growth.value * 1.6)
@@ -99,20 +106,61 @@ Item {
                 Accessible.ignored: true
             }
 
-            Text {
+            Item {
                 id: title
+
+                readonly property bool renaming: panel.open && panel.launcher.renaming === panel.launcher.openFolder
+
                 anchors { left: parent.left; right: parent.right; top: parent.top; margins: 2 * Theme.unit }
                 height: 6 * Theme.unit
-                horizontalAlignment: Text.AlignHCenter
-                verticalAlignment: Text.AlignVCenter
-                text: panel.shownTitle
-                textFormat: Text.PlainText
-                color: Theme.text
-                elide: Text.ElideMiddle
-                maximumLineCount: 1
-                font { pixelSize: Theme.titleSize; weight: Font.DemiBold }
-                Accessible.role: Accessible.Heading
-                Accessible.name: text
+
+                Text {
+                    id: titleText
+                    anchors.centerIn: parent
+                    width: Math.min(implicitWidth, parent.width - 12 * Theme.unit)
+                    visible: !title.renaming
+                    text: panel.shownTitle
+                    textFormat: Text.PlainText
+                    color: Theme.text
+                    elide: Text.ElideMiddle
+                    maximumLineCount: 1
+                    font { pixelSize: Theme.titleSize; weight: Font.DemiBold }
+                    Accessible.role: Accessible.Heading
+                    Accessible.name: text
+                }
+                HoverHandler {
+                    id: titleHover
+                    cursorShape: Qt.IBeamCursor
+                }
+                TapHandler {
+                    onTapped: panel.launcher.beginRenaming(panel.launcher.openFolder)
+                }
+                Rectangle {
+                    anchors.fill: titleText
+                    anchors.margins: -Theme.unit
+                    radius: Theme.unit
+                    color: Theme.menuHover
+                    visible: titleHover.hovered && !title.renaming
+                    z: -1
+                }
+                Loader {
+                    anchors.centerIn: parent
+                    active: title.renaming
+                    sourceComponent: NameField {
+                        name: panel.shownTitle
+                        width: Math.min(title.width - 12 * Theme.unit, 420)
+                        fontSize: Theme.titleSize
+                        fontWeight: Font.DemiBold
+                        onCommitted: text => panel.launcher.endRenaming(text)
+                        onCancelled: panel.launcher.cancelRenaming()
+                    }
+                }
+                SymbolButton {
+                    anchors { right: parent.right; verticalCenter: parent.verticalCenter }
+                    symbol: "paintpalette"
+                    name: qsTr("Folder style")
+                    onActivated: panel.launcher.showMenu(panel.launcher.openFolder)
+                }
             }
 
             Item {
@@ -124,7 +172,7 @@ Item {
                     id: folderGrid
                     anchors.fill: parent
                     tiles: panel.launcher.folderTiles
-                    columns: panel.launcher.folderColumns
+                    columns: card.columns
                     rows: card.shownRows
                     sideMargin: 3 * Theme.unit
                     mirrored: panel.launcher.mirrored
@@ -136,7 +184,15 @@ Item {
                         showLabel: true
                         hint: panel.launcher.hintsMode && panel.open ? panel.launcher.hint(index) : ""
                         hintTyped: panel.launcher.hintBuffer
+                        focusShown: true
+                        carried: panel.launcher.drag.byPointer && panel.launcher.drag.tileId === tileId
+                        lifted: panel.launcher.drag.active && !panel.launcher.drag.byPointer && panel.launcher.drag.tileId === tileId
+                        renaming: panel.launcher.renaming === tileId
                         onActivated: newWindow => panel.launcher.activate(tileId, newWindow)
+                        onToggled: panel.launcher.toggleSelected(tileId)
+                        onMenuRequested: panel.launcher.showMenu(tileId)
+                        onRenamed: name => panel.launcher.endRenaming(name)
+                        onRenamingCancelled: panel.launcher.cancelRenaming()
                     }
                 }
             }

@@ -12,12 +12,20 @@ FocusScope {
     // Drawn without graphics hardware: scaling the whole stage would cost more than it shows.
     readonly property bool softwareDrawn: GraphicsInfo.api === GraphicsInfo.Software
     readonly property bool folderOpen: launcher.openFolder !== ""
+    // A menu or panel stands over everything. What lies below must not hear taps: handlers get them
+    // also when something above has taken them.
+    readonly property bool covered: contextMenu.open || launcher.panel !== Launcher.None
     // Something on the screen is still on its way; pictures wait for it.
-    readonly property bool moving: opening.running || pageSpring.running || folderPanel.moving
+    readonly property bool moving: opening.running || pageSpring.running || folderPanel.moving || stageFade.running
 
     focus: true
     LayoutMirroring.enabled: launcher.mirrored
     LayoutMirroring.childrenInherit: true
+
+    // The keys go back to the grid, where they search.
+    function takeFocus(): void {
+        searchField.takeFocus()
+    }
 
     Binding { target: Theme; property: "dark"; value: view.launcher.dark }
     Binding { target: Theme; property: "reduceMotion"; value: view.launcher.reduceMotion }
@@ -40,6 +48,23 @@ FocusScope {
                 opening.restart()
                 searchField.takeFocus()
             }
+        }
+        function onRenamingChanged() {
+            if (view.launcher.renaming === "" && !contextMenu.open)
+                view.takeFocus()
+        }
+        function onPanelChanged() {
+            if (view.launcher.panel === Launcher.None)
+                view.takeFocus()
+        }
+        function onMenuRequested(index: int) {
+            const shown = view.launcher.openFolder !== "" ? folderPanel.tileGrid : grid
+            const id = index < 0 ? view.launcher.openFolder : shown.tileIdAt(index)
+            const rect = shown.tileRect(id)
+            contextMenu.origin = rect.width > 0
+                ? view.mapFromItem(shown, rect.x + rect.width * 0.7, rect.y + rect.height * 0.4)
+                : Qt.point(view.width / 2 - Theme.menuWidth / 2, view.height / 3)
+            view.launcher.showMenu(id)
         }
         function onPageChanged(animated: bool) {
             if (animated)
@@ -69,8 +94,25 @@ FocusScope {
 
     MouseArea {
         anchors.fill: parent
-        onClicked: view.launcher.back()
+        acceptedButtons: Qt.LeftButton | Qt.RightButton
+        onClicked: mouse => {
+            if (mouse.button === Qt.RightButton) {
+                contextMenu.origin = Qt.point(mouse.x, mouse.y)
+                view.launcher.showMenu("")
+            } else {
+                view.launcher.back()
+            }
+        }
         Accessible.ignored: true
+    }
+
+    // Where the pointer was pressed last: a menu opens there.
+    PointHandler {
+        acceptedButtons: Qt.LeftButton | Qt.RightButton
+        onActiveChanged: {
+            if (active)
+                contextMenu.origin = point.position
+        }
     }
 
     Item {
@@ -79,18 +121,20 @@ FocusScope {
         anchors.fill: parent
         opacity: view.folderOpen ? 0.35 : 1
         scale: view.folderOpen && !Theme.reduceMotion && !view.softwareDrawn ? 0.98 : 1
-        Behavior on opacity { NumberAnimation { duration: Theme.makeRoom } }
+        Behavior on opacity { NumberAnimation { id: stageFade; duration: Theme.makeRoom } }
         Behavior on scale { NumberAnimation { duration: Theme.makeRoom; easing.type: Easing.OutCubic } }
 
         TileGrid {
             id: grid
 
+            objectName: "grid"
             anchors {
                 fill: parent
                 topMargin: Theme.edge + Theme.fieldHeight + 4 * Theme.unit
                 bottomMargin: Theme.edge + Theme.dot + 3 * Theme.unit
             }
             visible: !view.launcher.searching
+            enabled: !view.covered && !view.folderOpen
             tiles: view.launcher.tiles
             columns: view.launcher.columns
             rows: view.launcher.rows
@@ -105,47 +149,27 @@ FocusScope {
                 openClock: view.openClock
                 hint: view.launcher.hintsMode && !view.folderOpen ? view.launcher.hint(index) : ""
                 hintTyped: view.launcher.hintBuffer
+                focusShown: true
+                carried: view.launcher.drag.byPointer && view.launcher.drag.tileId === tileId
+                lifted: view.launcher.drag.active && !view.launcher.drag.byPointer && view.launcher.drag.tileId === tileId
+                targeted: view.launcher.drag.target === tileId
+                renaming: view.launcher.renaming === tileId && !view.folderOpen
                 onActivated: newWindow => view.launcher.activate(tileId, newWindow)
+                onToggled: view.launcher.toggleSelected(tileId)
+                onMenuRequested: view.launcher.showMenu(tileId)
+                onRenamed: name => view.launcher.endRenaming(name)
+                onRenamingCancelled: view.launcher.cancelRenaming()
             }
             onWidthChanged: view.launcher.fitGrid(width, height)
             onHeightChanged: view.launcher.fitGrid(width, height)
             Component.onCompleted: view.launcher.fitGrid(width, height)
-
-            DragHandler {
-                id: pageDrag
-
-                enabled: !view.folderOpen && view.launcher.pageCount > 1
-                target: null
-                yAxis.enabled: false
-                property real velocity: 0
-                onTranslationChanged: {
-                    if (!active)
-                        return
-                    velocity = centroid.velocity.x
-                    const direction = view.launcher.mirrored ? 1 : -1
-                    let position = view.launcher.page + direction * translation.x / grid.width
-                    const last = view.launcher.pageCount - 1
-                    if (position < 0)
-                        position = view.launcher.rubberBand(position, 0.35)
-                    else if (position > last)
-                        position = last + view.launcher.rubberBand(position - last, 0.35)
-                    pageSpring.hold(position)
-                }
-                onActiveChanged: {
-                    if (active)
-                        return
-                    const target = view.launcher.pageAfterDrag(translation.x, velocity, grid.width)
-                    const direction = view.launcher.mirrored ? 1 : -1
-                    view.launcher.goToPage(target)
-                    pageSpring.release(target, direction * velocity / Math.max(1, grid.width))
-                }
-            }
         }
 
         SearchResults {
             anchors.fill: grid
             launcher: view.launcher
             visible: view.launcher.searching
+            enabled: !view.covered
         }
 
         EmptyState {
@@ -168,6 +192,7 @@ FocusScope {
             anchors.bottom: parent.bottom
             anchors.bottomMargin: Theme.edge
             visible: view.launcher.pageCount > 1
+            enabled: !view.covered && !view.folderOpen
             count: view.launcher.pageCount
             position: pageSpring.value
             onPageRequested: page => view.launcher.goToPage(page)
@@ -188,6 +213,18 @@ FocusScope {
         anchors.fill: parent
         launcher: view.launcher
         grid: grid
+        enabled: !view.covered
+    }
+
+    GridGestures {
+        id: gestures
+
+        anchors.fill: parent
+        launcher: view.launcher
+        grid: grid
+        folderPanel: folderPanel
+        pageSpring: pageSpring
+        ready: !view.covered
     }
 
     WelcomeCard {
@@ -203,5 +240,32 @@ FocusScope {
         anchors.bottom: parent.bottom
         anchors.bottomMargin: Theme.noticeEdge
         notices: view.launcher.notices
+    }
+
+    HistoryPanel {
+        anchors.fill: parent
+        visible: view.launcher.panel === Launcher.History
+        launcher: view.launcher
+    }
+    HiddenAppsPanel {
+        anchors.fill: parent
+        visible: view.launcher.panel === Launcher.HiddenApps
+        launcher: view.launcher
+    }
+    EmojiPanel {
+        anchors.fill: parent
+        visible: view.launcher.panel === Launcher.Emoji
+        launcher: view.launcher
+    }
+
+    ContextMenu {
+        id: contextMenu
+
+        anchors.fill: parent
+        launcher: view.launcher
+        onClosed: {
+            if (view.launcher.renaming === "" && view.launcher.panel === Launcher.None)
+                view.takeFocus()
+        }
     }
 }

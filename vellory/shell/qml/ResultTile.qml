@@ -12,7 +12,12 @@ Item {
     property int iconSize: 96
     property bool showLabel: true
 
+    property bool renaming: false
+
     signal activated(bool newWindow)
+    signal menuRequested()
+    signal renamed(string name)
+    signal renamingCancelled()
 
     readonly property bool oneLongWord: cell.title.trim().indexOf(" ") < 0
     // As on the grid: never wider than its cell.
@@ -87,6 +92,7 @@ Item {
             anchors { top: face.bottom; topMargin: Theme.labelGap; horizontalCenter: parent.horizontalCenter }
             width: tile.width - Theme.unit
             visible: tile.showLabel
+            opacity: tile.renaming ? 0 : 1
             text: tile.cell.marked !== "" ? tile.cell.marked : tile.cell.title
             textFormat: tile.cell.marked !== "" ? Text.StyledText : Text.PlainText
             color: tile.cell.marked !== "" ? Theme.textUnmatched : Theme.text
@@ -98,6 +104,17 @@ Item {
             style: Theme.dark ? Text.Raised : Text.Normal
             styleColor: Theme.textShadow
             renderType: Text.QtRendering
+        }
+
+        Loader {
+            active: tile.renaming
+            anchors { top: face.bottom; topMargin: Theme.labelGap - 5; horizontalCenter: parent.horizontalCenter }
+            sourceComponent: NameField {
+                name: tile.cell.title
+                width: tile.width - 4
+                onCommitted: text => tile.renamed(text)
+                onCancelled: tile.renamingCancelled()
+            }
         }
 
         Rectangle {
@@ -122,5 +139,9 @@ Item {
     TapHandler {
         acceptedButtons: Qt.MiddleButton
         onTapped: tile.activated(true)
+    }
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+        onTapped: tile.menuRequested()
     }
 }

@@ -47,7 +47,11 @@ Item {
             appDelegate: ResultTile {
                 iconSize: results.launcher.iconSize
                 showLabel: results.launcher.showLabels
+                renaming: tileId !== "" && results.launcher.renaming === tileId
                 onActivated: newWindow => results.search.activate(cell.cellId, newWindow)
+                onMenuRequested: results.launcher.showMenu(tileId)
+                onRenamed: name => results.launcher.endRenaming(name)
+                onRenamingCancelled: results.launcher.cancelRenaming()
             }
             emojiDelegate: EmojiTile {
                 onActivated: results.search.activate(cell.cellId, false)

@@ -16,6 +16,13 @@ QtObject {
     readonly property color fieldBorder: dark ? "#33ffffff" : "#1f000000"
     readonly property color highlightFill: dark ? "#24ffffff" : "#66ffffff" // 14 %
     readonly property color highlightBorder: dark ? "#33ffffff" : "#33000000" // 20 %
+    readonly property color selectionFill: "#4d5e7ce2" // the accent at 30 %
+    readonly property color editFill: dark ? "#e6202430" : "#f2ffffff"
+    readonly property color menuFill: dark ? "#fa2b2f3b" : "#fcfbfbfd"
+    readonly property color menuHover: dark ? "#1fffffff" : "#14000000"
+    readonly property color separator: dark ? "#1fffffff" : "#1a000000"
+    readonly property color scrim: dark ? "#66000000" : "#33000000"
+    readonly property color bandFill: "#335e7ce2"
     readonly property color folderFill: dark ? "#29ffffff" : "#70ffffff" // 16 %
     readonly property color panelFill: dark ? "#f4262a36" : "#f6f5f6fa"
     readonly property color panelBorder: dark ? "#24ffffff" : "#1a000000"
@@ -24,6 +31,8 @@ QtObject {
     readonly property color badgeFill: "#e5484d"
     readonly property color hintFill: "#f2c94c"
     readonly property color hintText: "#201a00"
+
+    readonly property string emojiFamily: "Noto Color Emoji"
 
     readonly property int unit: 8
     readonly property int edge: 40
@@ -42,6 +51,13 @@ QtObject {
     readonly property int sumHeight: 112
     readonly property int emojiHeight: 104
     readonly property int controlHeight: 32
+    readonly property int menuItemHeight: 32
+    readonly property int menuWidth: 244
+    readonly property int panelRadius: 20
+    readonly property int panelPadding: 24
+    readonly property int headingSize: 17
+    readonly property int smallSize: 13
+    readonly property int edgeZone: 48
     readonly property int noticeHeight: 44
     readonly property int noticeEdge: 72
     readonly property int symbol: 18
@@ -55,6 +71,9 @@ QtObject {
 
     // Milliseconds; with reduced motion everything is a short cross-fade.
     readonly property int hover: reduceMotion ? 0 : 120
+    readonly property int sinkDelay: reduceMotion ? 0 : 350
+    readonly property int edgeDwell: 600 // a dragged tile at the display's edge turns the page
+    readonly property int folderLeave: 350
     readonly property int makeRoom: reduceMotion ? 0 : 180
     readonly property int opening: reduceMotion ? 100 : 220
     readonly property int rippleSpread: reduceMotion ? 0 : 90

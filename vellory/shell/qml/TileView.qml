@@ -16,6 +16,7 @@ Item {
     required property string cover
     required property bool isRunning
     required property string badge
+    required property bool selected
     required property int index
     required property bool highlighted
     required property real rippleDelay
@@ -23,11 +24,27 @@ Item {
 
     property int iconSize: 96
     property bool showLabel: true
+    property int labelSize: Theme.labelSize
     property real openClock: 1000
     property string hint: ""
     property string hintTyped: ""
 
+    property bool focusShown: false // the highlight came by keys
+    property bool carried: false    // a picture of it follows the pointer; its place is kept
+    property bool lifted: false     // it is on its way by keys
+    property bool targeted: false   // the dragged tile would go into it
+    property bool renaming: false
+
     signal activated(bool newWindow)
+    signal toggled()
+    signal menuRequested()
+    signal renamed(string name)
+    signal renamingCancelled()
+
+    // What of the cell is the tile: icon and name, not the room between tiles.
+    readonly property rect body: Qt.rect(target.x, target.y, target.width, target.height)
+    // Where the icon stands in the cell.
+    readonly property rect faceRect: Qt.rect(content.x + face.x, content.y + face.y, face.width, face.height)
 
     readonly property bool oneLongWord: title.trim().indexOf(" ") < 0
     // Never wider than its cell, whatever the settings say.
@@ -41,21 +58,27 @@ Item {
         return 1 - Math.pow(1 - clamped, 3)
     }
 
-    opacity: appearing
+    opacity: carried ? 0 : appearing
     scale: Theme.reduceMotion ? 1 : 0.92 + 0.08 * appearing
+    z: lifted ? 1 : 0
+
+    // On its way to its place; pictures wait for it.
+    readonly property bool settling: movingAcross.running || movingDown.running
 
     Behavior on x {
         enabled: tile.grid.moving && !Theme.reduceMotion
-        NumberAnimation { duration: Theme.makeRoom; easing.type: Easing.OutCubic }
+        NumberAnimation { id: movingAcross; duration: Theme.makeRoom; easing.type: Easing.OutCubic }
     }
     Behavior on y {
         enabled: tile.grid.moving && !Theme.reduceMotion
-        NumberAnimation { duration: Theme.makeRoom; easing.type: Easing.OutCubic }
+        NumberAnimation { id: movingDown; duration: Theme.makeRoom; easing.type: Easing.OutCubic }
     }
 
     Accessible.role: Accessible.Button
     Accessible.name: title
     Accessible.description: isFolder ? qsTr("Folder") : isRunning ? qsTr("Running") : ""
+    Accessible.selectable: !isFolder
+    Accessible.selected: selected
     Accessible.focusable: true
     Accessible.onPressAction: tile.activated(false)
 
@@ -65,19 +88,42 @@ Item {
     }
 
     Rectangle {
+        id: target
+
         anchors.horizontalCenter: parent.horizontalCenter
-        y: body.y - Theme.unit
+        y: content.y - Theme.unit
         width: Math.min(tile.width - 4, Math.max(tile.side, label.visible ? label.contentWidth : 0) + 3 * Theme.unit)
         height: tile.side + (label.visible ? Theme.labelGap + label.lineCount * labelMetrics.height : 0) + 2 * Theme.unit
         radius: Theme.highlightRadius
-        color: Theme.highlightFill
-        border.width: 1
-        border.color: Theme.highlightBorder
-        visible: tile.highlighted
+        color: tile.selected ? Theme.selectionFill : tile.highlighted || tile.lifted ? Theme.highlightFill : "transparent"
+        border.width: tile.highlighted && tile.focusShown || tile.lifted ? 2 : tile.highlighted || tile.selected ? 1 : 0
+        border.color: tile.highlighted && tile.focusShown || tile.lifted || tile.selected ? Theme.accent : Theme.highlightBorder
+
+        HoverHandler {
+            id: hover
+        }
+        TapHandler {
+            id: press
+            gesturePolicy: TapHandler.DragThreshold
+            acceptedButtons: Qt.LeftButton
+            onTapped: press.point.modifiers & Qt.ControlModifier ? tile.toggled() : tile.activated(false)
+            onLongPressed: {
+                if (press.point.device.type === PointerDevice.TouchScreen)
+                    tile.menuRequested()
+            }
+        }
+        TapHandler {
+            acceptedButtons: Qt.MiddleButton
+            onTapped: tile.activated(true)
+        }
+        TapHandler {
+            acceptedButtons: Qt.RightButton
+            onTapped: tile.menuRequested()
+        }
     }
 
     Item {
-        id: body
+        id: content
 
         anchors.horizontalCenter: parent.horizontalCenter
         y: Math.round((parent.height - height) / 2)
@@ -92,8 +138,38 @@ Item {
             anchors.horizontalCenter: parent.horizontalCenter
             width: tile.side
             height: tile.side
-            scale: press.pressed ? 0.96 : hover.hovered ? 1.04 : 1
-            Behavior on scale { NumberAnimation { duration: Theme.hover; easing.type: Easing.OutCubic } }
+            scale: tile.targeted ? 0.82 : tile.lifted ? 1.08 : press.pressed ? 0.96 : hover.hovered ? 1.04 : 1
+            Behavior on scale {
+                SequentialAnimation {
+                    PauseAnimation { duration: tile.targeted ? Theme.sinkDelay : 0 }
+                    NumberAnimation { duration: Theme.hover; easing.type: Easing.OutCubic }
+                }
+            }
+
+            // What takes the dragged tile in becomes a folder's square before it does.
+            Rectangle {
+                anchors.fill: parent
+                anchors.margins: tile.targeted ? -14 : 0
+                radius: width * Theme.folderRadius
+                color: Theme.folderFill
+                border.width: 2
+                border.color: Theme.accent
+                opacity: tile.targeted ? 1 : 0
+                visible: opacity > 0
+                Behavior on anchors.margins {
+                    enabled: !Theme.reduceMotion
+                    SequentialAnimation {
+                        PauseAnimation { duration: tile.targeted ? Theme.sinkDelay : 0 }
+                        NumberAnimation { duration: Theme.hover }
+                    }
+                }
+                Behavior on opacity {
+                    SequentialAnimation {
+                        PauseAnimation { duration: tile.targeted ? Theme.sinkDelay : 0 }
+                        NumberAnimation { duration: Theme.hover }
+                    }
+                }
+            }
 
             Loader {
                 anchors.fill: parent
@@ -138,6 +214,23 @@ Item {
             }
 
             Rectangle {
+                visible: tile.selected
+                anchors { left: parent.left; top: parent.top; margins: -6 }
+                width: Theme.badgeHeight
+                height: width
+                radius: width / 2
+                color: Theme.accent
+                border { width: 2; color: "white" }
+                Image {
+                    anchors.centerIn: parent
+                    width: 12
+                    height: 12
+                    sourceSize: Qt.size(24, 24)
+                    source: Theme.symbolSource("checkmark", "white")
+                }
+            }
+
+            Rectangle {
                 visible: tile.hint !== "" && tile.hint.startsWith(tile.hintTyped)
                 anchors.centerIn: parent
                 width: hintText.implicitWidth + 16
@@ -160,17 +253,29 @@ Item {
             anchors { top: face.bottom; topMargin: Theme.labelGap; horizontalCenter: parent.horizontalCenter }
             width: tile.width - Theme.unit
             visible: tile.showLabel
+            opacity: tile.renaming ? 0 : 1
             text: tile.title
             textFormat: Text.PlainText
             color: Theme.text
             horizontalAlignment: Text.AlignHCenter
-            font { pixelSize: Theme.labelSize; weight: Font.Medium }
+            font { pixelSize: tile.labelSize; weight: Font.Medium }
             wrapMode: tile.oneLongWord || tile.labelLines === 1 ? Text.NoWrap : Text.WordWrap
             elide: tile.oneLongWord ? Text.ElideMiddle : Text.ElideRight
             maximumLineCount: tile.labelLines
             style: Theme.dark ? Text.Raised : Text.Normal
             styleColor: Theme.textShadow
             renderType: Text.QtRendering
+        }
+
+        Loader {
+            active: tile.renaming
+            anchors { top: face.bottom; topMargin: Theme.labelGap - 5; horizontalCenter: parent.horizontalCenter }
+            sourceComponent: NameField {
+                name: tile.title
+                width: tile.width - 4
+                onCommitted: text => tile.renamed(text)
+                onCancelled: tile.renamingCancelled()
+            }
         }
 
         Rectangle {
@@ -181,19 +286,5 @@ Item {
             radius: width / 2
             color: Theme.runningDot
         }
-    }
-
-    HoverHandler {
-        id: hover
-    }
-    TapHandler {
-        id: press
-        gesturePolicy: TapHandler.DragThreshold
-        acceptedButtons: Qt.LeftButton
-        onTapped: eventPoint => tile.activated((press.point.modifiers & Qt.ControlModifier) !== 0)
-    }
-    TapHandler {
-        acceptedButtons: Qt.MiddleButton
-        onTapped: tile.activated(true)
     }
 }

@@ -1,0 +1,255 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick
+import Vellory
+
+// Drags over the whole launcher: a tile that the pointer carries, a band that selects, a page that
+// follows the finger. What it draws lies above everything; a drag goes on when the folder that it
+// began in closes below it.
+Item {
+    id: gestures
+
+    required property Launcher launcher
+    required property TileGrid grid
+    required property FolderPanel folderPanel
+    required property Spring pageSpring
+    // What may be dragged now; off while a menu or panel stands over the grid.
+    property bool ready: true
+
+    readonly property DraggedTile drag: launcher.drag
+    property string mode: ""
+    property point bandStart
+    property point pointer
+
+    function tileBelow(at: point): string {
+        if (launcher.openFolder !== "")
+            return folderPanel.tileGrid.tileAt(folderPanel.tileGrid.mapFromItem(gestures, at))
+        return grid.tileAt(grid.mapFromItem(gestures, at))
+    }
+
+    function begin(at: point, delta: point, modifiers): void {
+        mode = ""
+        pointer = at
+        if (launcher.searching)
+            return
+        const id = tileBelow(at)
+        if (id !== "") {
+            const source = launcher.openFolder !== "" ? folderPanel.tileGrid : grid
+            const tile = source.itemFor(id)
+            if (tile && drag.begin(id)) {
+                ghost.show(tile, at)
+                mode = "tile"
+            }
+            return
+        }
+        if (launcher.openFolder !== "")
+            return
+        const picks = (modifiers & (Qt.ShiftModifier | Qt.ControlModifier)) !== 0
+        if (!picks && launcher.pageCount > 1 && Math.abs(delta.x) > 2 * Math.abs(delta.y)) {
+            mode = "page"
+            return
+        }
+        bandStart = at
+        launcher.beginBand(picks)
+        mode = "band"
+    }
+
+    function move(at: point, travelled: real): void {
+        pointer = at
+        if (mode === "page")
+            followFinger(travelled)
+        else if (mode === "band")
+            launcher.selectInBand(grid.tilesIn(grid.mapFromItem(gestures, band.area)))
+        else if (mode === "tile")
+            hover()
+    }
+
+    function end(travelled: real, velocity: real): void {
+        if (mode === "page")
+            letPageGo(travelled, velocity)
+        else if (mode === "tile" && drag.active)
+            dropTile()
+        mode = ""
+        leaving.stop()
+        atEdge.stop()
+    }
+
+    function cancel(): void {
+        if (mode === "page")
+            pageSpring.release(launcher.page, 0)
+        if (mode === "tile")
+            drag.cancel()
+        mode = ""
+        leaving.stop()
+        atEdge.stop()
+    }
+
+    function hover(): void {
+        ghost.follow(pointer)
+        if (drag.inFolder) {
+            const inside = folderPanel.holds(pointer)
+            if (inside) {
+                leaving.stop()
+                const place = folderPanel.tileGrid.placeAt(folderPanel.tileGrid.mapFromItem(gestures, pointer))
+                drag.hover(place.cell, place.across)
+            } else if (!leaving.running) {
+                leaving.restart()
+            }
+            return
+        }
+        const edge = Theme.edgeZone
+        const wantsTurn = pointer.x < edge || pointer.x > width - edge
+        if (wantsTurn && !atEdge.running)
+            atEdge.restart()
+        else if (!wantsTurn)
+            atEdge.stop()
+        if (pageSpring.running)
+            return
+        const place = grid.placeAt(grid.mapFromItem(gestures, pointer))
+        drag.hover(place.cell, place.across)
+    }
+
+    function dropTile(): void {
+        const id = drag.tileId
+        const into = drag.target !== ""
+        const left = drag.inFolder && !folderPanel.holds(pointer)
+        if (left)
+            drag.leaveFolder()
+        const source = drag.inFolder ? folderPanel.tileGrid : grid
+        const target = into ? source.mapToItem(gestures, source.tileRect(drag.target)) : Qt.rect(0, 0, 0, 0)
+        const from = source.mapFromItem(gestures, ghost.tileTopLeft)
+        drag.drop()
+        if (into)
+            ghost.vanishInto(Qt.point(target.x + target.width / 2, target.y + target.height / 2))
+        else
+            source.bringFrom(id, from)
+    }
+
+    function followFinger(travelled: real): void {
+        const direction = launcher.mirrored ? 1 : -1
+        let position = launcher.page + direction * travelled / width
+        const last = launcher.pageCount - 1
+        if (position < 0)
+            position = launcher.rubberBand(position, 0.35)
+        else if (position > last)
+            position = last + launcher.rubberBand(position - last, 0.35)
+        pageSpring.hold(position)
+    }
+
+    function letPageGo(travelled: real, velocity: real): void {
+        const target = launcher.pageAfterDrag(travelled, velocity, width)
+        const direction = launcher.mirrored ? 1 : -1
+        launcher.goToPage(target)
+        pageSpring.release(target, direction * velocity / Math.max(1, width))
+    }
+
+    DragHandler {
+        id: mouseDrag
+
+        // Of the view below everything: what lies above sees presses first and clicks pass through.
+        parent: gestures.parent
+        enabled: gestures.ready
+        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad | PointerDevice.Stylus
+        acceptedButtons: Qt.LeftButton
+        target: null
+        dragThreshold: 8
+        property real velocity: 0
+        onActiveChanged: {
+            if (active)
+                gestures.begin(centroid.pressPosition,
+                               Qt.point(centroid.position.x - centroid.pressPosition.x,
+                                        centroid.position.y - centroid.pressPosition.y),
+                               centroid.modifiers)
+            else
+                gestures.end(translation.x, velocity)
+        }
+        onTranslationChanged: {
+            if (!active)
+                return
+            velocity = centroid.velocity.x
+            gestures.move(centroid.position, translation.x)
+        }
+        onCanceled: gestures.cancel()
+    }
+
+    DragHandler {
+        id: touchDrag
+
+        parent: gestures.parent
+        enabled: gestures.ready && gestures.launcher.openFolder === "" && gestures.launcher.pageCount > 1
+                 && !gestures.launcher.searching
+        acceptedDevices: PointerDevice.TouchScreen
+        target: null
+        yAxis.enabled: false
+        property real velocity: 0
+        onActiveChanged: {
+            if (active)
+                gestures.mode = "page"
+            else
+                gestures.end(translation.x, velocity)
+        }
+        onTranslationChanged: {
+            if (!active)
+                return
+            velocity = centroid.velocity.x
+            gestures.move(centroid.position, translation.x)
+        }
+    }
+
+    Timer {
+        id: leaving
+        interval: Theme.folderLeave
+        onTriggered: {
+            gestures.drag.leaveFolder()
+            gestures.hover()
+        }
+    }
+    Timer {
+        id: atEdge
+        interval: Theme.edgeDwell
+        repeat: true
+        onTriggered: {
+            const right = gestures.pointer.x > gestures.width / 2
+            gestures.launcher.goToPage(gestures.launcher.page + (right !== gestures.launcher.mirrored ? 1 : -1))
+        }
+    }
+    Connections {
+        target: gestures.pageSpring
+        function onRunningChanged() {
+            if (!gestures.pageSpring.running && gestures.mode === "tile" && gestures.drag.active)
+                gestures.hover()
+        }
+    }
+    Connections {
+        target: gestures.drag
+        // Ended by Escape, or because its app is gone.
+        function onActiveChanged() {
+            if (!gestures.drag.active) {
+                leaving.stop()
+                atEdge.stop()
+                gestures.mode = ""
+                ghost.hide()
+            }
+        }
+    }
+
+    Rectangle {
+        id: band
+
+        readonly property rect area: Qt.rect(Math.min(gestures.bandStart.x, gestures.pointer.x),
+                                             Math.min(gestures.bandStart.y, gestures.pointer.y),
+                                             Math.abs(gestures.bandStart.x - gestures.pointer.x),
+                                             Math.abs(gestures.bandStart.y - gestures.pointer.y))
+        visible: gestures.mode === "band"
+        x: area.x
+        y: area.y
+        width: area.width
+        height: area.height
+        radius: 4
+        color: Theme.bandFill
+        border { width: 1; color: Theme.accent }
+    }
+
+    DragGhost {
+        id: ghost
+    }
+}
