@@ -296,3 +296,5 @@ BENCHMARK(decode)->Apply(sizes);
 
 } // namespace
 } // namespace vellory
+
+BENCHMARK_MAIN();
