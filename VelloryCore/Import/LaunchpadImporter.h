@@ -19,12 +19,12 @@ namespace vellory::LaunchpadImporter {
 /// One row of the query: an item and, where it is an app or a folder, what names it.
 struct Row {
     std::int64_t id = 0;
-    std::string uuid;        ///< empty where the database has none
+    std::string uuid{};      ///< empty where the database has none
     std::int64_t type = 0;   ///< one of `Type`, or another that is skipped
     std::int64_t parent = 0; ///< the id of the item that holds this one
     std::int64_t ordering = 0;
-    std::optional<std::string> title;
-    std::optional<BundleID> bundleID;
+    std::optional<std::string> title{};
+    std::optional<BundleID> bundleID{};
 
     friend bool operator==(const Row&, const Row&) = default;
 };

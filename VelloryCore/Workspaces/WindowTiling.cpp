@@ -34,6 +34,22 @@ std::optional<Arrangement> arrangementFromRawValue(std::string_view text) {
     return found != names.end() ? std::optional(found->first) : std::nullopt;
 }
 
+std::string_view title(Arrangement arrangement) {
+    switch (arrangement) {
+    case Arrangement::keep:
+        return "Windows stay where they open";
+    case Arrangement::focus:
+        return "First app large in the middle";
+    case Arrangement::split:
+        return "First two apps side by side";
+    case Arrangement::columns:
+        return "Apps in columns, side by side";
+    case Arrangement::grid:
+        return "Apps in a 2 × 2 grid";
+    }
+    return {};
+}
+
 void toJson(json::Value& value, Arrangement arrangement) {
     value = rawValue(arrangement);
 }

@@ -23,6 +23,9 @@ enum class Arrangement {
 std::string_view rawValue(Arrangement arrangement);
 std::optional<Arrangement> arrangementFromRawValue(std::string_view text);
 
+/// As shown to the user, such as "First two apps side by side".
+std::string_view title(Arrangement arrangement);
+
 void toJson(json::Value& value, Arrangement arrangement);
 void fromJson(const json::Value& value, Arrangement& arrangement);
 
