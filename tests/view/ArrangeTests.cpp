@@ -213,6 +213,48 @@ TEST_F(ArrangeTest, EscapeLeavesANameAsItWas) {
     EXPECT_FALSE(state->renaming());
 }
 
+TEST_F(ArrangeTest, TabGoesFromTheFieldToTheGridToTheDotsAndBack) {
+    openWith(40);
+    const QQuickItem* field = window().activeFocusItem();
+    press(Qt::Key_Tab);
+    EXPECT_EQ(state->highlight(), 0);
+    EXPECT_TRUE(eventually([&] { return tile("app:a00")->property("focusShown").toBool(); }));
+    press(Qt::Key_Tab);
+    EXPECT_NE(window().activeFocusItem(), field);
+    press(Qt::Key_Right);
+    EXPECT_EQ(state->page(), 1) << "arrows on the dots turn pages";
+    type("a07");
+    EXPECT_EQ(state->query(), "a07") << "typing searches from anywhere";
+    EXPECT_EQ(window().activeFocusItem(), field);
+}
+
+// --- Bad input ---
+
+TEST_F(ArrangeTest, NamesOfAnyLengthAndKindStayInTheirTiles) {
+    std::string emoji;
+    for (int i = 0; i < 200; ++i) {
+        emoji += "\U0001F680";
+    }
+    const Tile tools = test::folder(5, "Tools", {"a", "b"});
+    const Tile more = test::folder(6, "More", {"c"});
+    open({"a", "b", "c", "d"}, board({tools, more, app("d")}));
+    model->renameFolder(uuid(5), std::string(10'000, 'W'));
+    model->renameFolder(uuid(6), emoji);
+    model->rename("d", std::string(10'000, 'i'));
+    settle();
+    for (const std::string& id : {tools.id(), more.id(), std::string("app:d")}) {
+        const QQuickItem* item = tile(id);
+        ASSERT_TRUE(eventually([&] { return item->property("title").toString().size() > 100; }));
+        const QRectF body = item->property("body").toRectF();
+        EXPECT_LE(body.width(), item->width()) << id;
+        EXPECT_LE(body.bottom(), item->height() + 1) << id;
+    }
+    click(tools.id());
+    settle();
+    click("app:a");
+    EXPECT_THAT(runningApps.asked, ElementsAre("open a"));
+}
+
 // --- Layout history ---
 
 TEST_F(ArrangeTest, TheHistoryRestoresAnEarlierGridWithReturn) {

@@ -186,7 +186,7 @@ void LauncherViewModel::setEmoji(const QString& emoji) {
 QVariantList LauncherViewModel::findEmoji(const QString& query) const {
     constexpr std::size_t most = 120;
     QVariantList found;
-    for (const EmojiSearch::Hit& hit : EmojiSearch::search(":" + query.toStdString(), most)) {
+    for (const EmojiSearch::Hit& hit : EmojiSearch::search((":" + query).toStdString(), most)) {
         found.append(QVariantMap{{"emoji", QString::fromStdString(hit.emoji)},
                                  {"name", QString::fromStdString(hit.name)}});
     }

@@ -27,6 +27,15 @@ FocusScope {
         searchField.takeFocus()
     }
 
+    // A key that whatever has the focus made nothing of: it searches or moves on the grid, as ever.
+    Keys.onPressed: event => {
+        if (covered || event.key === Qt.Key_Tab || event.key === Qt.Key_Backtab)
+            return
+        event.accepted = launcher.handleKey(event.key, event.modifiers, event.text)
+        if (event.accepted)
+            takeFocus()
+    }
+
     Binding { target: Theme; property: "dark"; value: view.launcher.dark }
     Binding { target: Theme; property: "reduceMotion"; value: view.launcher.reduceMotion }
 
@@ -149,7 +158,7 @@ FocusScope {
                 openClock: view.openClock
                 hint: view.launcher.hintsMode && !view.folderOpen ? view.launcher.hint(index) : ""
                 hintTyped: view.launcher.hintBuffer
-                focusShown: true
+                focusShown: searchField.focused && !view.launcher.searching
                 carried: view.launcher.drag.byPointer && view.launcher.drag.tileId === tileId
                 lifted: view.launcher.drag.active && !view.launcher.drag.byPointer && view.launcher.drag.tileId === tileId
                 targeted: view.launcher.drag.target === tileId

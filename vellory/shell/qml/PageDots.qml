@@ -11,6 +11,13 @@ Row {
     required property real position
     signal pageRequested(int page)
 
+    activeFocusOnTab: true
+    Keys.onLeftPressed: pageRequested(Math.max(0, Math.round(position) - (LayoutMirroring.enabled ? -1 : 1)))
+    Keys.onRightPressed: pageRequested(Math.min(count - 1, Math.round(position) + (LayoutMirroring.enabled ? -1 : 1)))
+    Accessible.role: Accessible.PageTabList
+    Accessible.name: qsTr("Pages")
+    Accessible.focusable: true
+
     // With very many pages the dots move closer instead of leaving the display.
     spacing: count > 24 ? 4 : Theme.dotGap
 
@@ -30,6 +37,13 @@ Row {
             Accessible.name: qsTr("Page %1 of %2").arg(index + 1).arg(dots.count)
             Accessible.onPressAction: dots.pageRequested(index)
 
+            Rectangle {
+                visible: dots.activeFocus && dot.nearness > 0.5
+                anchors { fill: parent; margins: -5 }
+                radius: height / 2
+                color: "transparent"
+                border { width: 2; color: Theme.accent }
+            }
             Rectangle {
                 anchors.fill: parent
                 radius: height / 2

@@ -14,9 +14,13 @@ Rectangle {
     height: Theme.controlHeight
     radius: height / 2
     color: primary ? Theme.accent : Theme.fieldFill
-    border.width: primary ? 0 : 1
-    border.color: Theme.fieldBorder
-    opacity: press.pressed ? 0.7 : 1
+    border.width: activeFocus ? 2 : primary ? 0 : 1
+    border.color: activeFocus ? (primary ? Theme.text : Theme.accent) : Theme.fieldBorder
+    opacity: !enabled ? 0.4 : press.pressed ? 0.7 : 1
+    activeFocusOnTab: true
+    Keys.onReturnPressed: activated()
+    Keys.onEnterPressed: activated()
+    Keys.onSpacePressed: activated()
     scale: press.pressed ? 0.97 : 1
 
     Accessible.role: Accessible.Button

@@ -9,6 +9,8 @@ Rectangle {
 
     required property Launcher launcher
 
+    readonly property bool focused: input.activeFocus
+
     function takeFocus(): void {
         input.forceActiveFocus()
     }
