@@ -17,7 +17,7 @@ constexpr double eighthsPerNotch = 120.0; // what Qt calls the angle of one notc
 LauncherViewModel::LauncherViewModel(AppModel& model, LauncherState& state,
                                      std::shared_ptr<IconSources> iconSources, QObject* parent)
     : QObject(parent), model_(model), state_(state), iconSources_(std::move(iconSources)),
-      search_(model, state), drag_(state), history_(model) {
+      search_(model, state), restriction_(model, state), drag_(state), history_(model) {
     connect(&search_, &SearchViewModel::noticePosted, &notices_, &NoticeList::post);
     connect(&model_, &AppModel::visibleTilesChanged, this, &LauncherViewModel::scheduleUpdate);
     connect(&model_, &AppModel::runningChanged, this, &LauncherViewModel::scheduleUpdate);
@@ -30,7 +30,6 @@ LauncherViewModel::LauncherViewModel(AppModel& model, LauncherState& state,
     connect(&model_.prefs(), &Prefs::changed, this, &LauncherViewModel::prefsChanged);
 
     connect(&state_, &LauncherState::queryChanged, this, &LauncherViewModel::queryChanged);
-    connect(&state_, &LauncherState::currentItemsChanged, this, &LauncherViewModel::scheduleUpdate);
     connect(&state_, &LauncherState::pageChanged, this, &LauncherViewModel::pageChanged);
     connect(&state_, &LauncherState::pageCountChanged, this, &LauncherViewModel::pageCountChanged);
     connect(&state_, &LauncherState::columnsChanged, this, &LauncherViewModel::gridChanged);

@@ -10,6 +10,7 @@
 
 #include "model/AppModel.h"
 #include "model/LauncherState.h"
+#include "shell/GridRestriction.h"
 #include "shell/IconProvider.h"
 #include "shell/LayoutHistory.h"
 #include "shell/MenuViewModel.h"
@@ -30,6 +31,7 @@ class LauncherViewModel : public QObject {
     Q_PROPERTY(vellory::TileList* tiles READ tiles CONSTANT)
     Q_PROPERTY(vellory::TileList* folderTiles READ folderTiles CONSTANT)
     Q_PROPERTY(vellory::SearchViewModel* search READ search CONSTANT)
+    Q_PROPERTY(vellory::GridRestriction* restriction READ restriction CONSTANT)
     Q_PROPERTY(vellory::NoticeList* notices READ notices CONSTANT)
 
     Q_PROPERTY(vellory::TileDragViewModel* drag READ drag CONSTANT)
@@ -79,6 +81,7 @@ class LauncherViewModel : public QObject {
     TileList* tiles() { return &tiles_; }
     TileList* folderTiles() { return &folderTiles_; }
     SearchViewModel* search() { return &search_; }
+    GridRestriction* restriction() { return &restriction_; }
     NoticeList* notices() { return &notices_; }
     TileDragViewModel* drag() { return &drag_; }
     MenuViewModel* menu() { return &menu_; }
@@ -198,6 +201,7 @@ class LauncherViewModel : public QObject {
     TileList tiles_;
     TileList folderTiles_;
     SearchViewModel search_;
+    GridRestriction restriction_;
     NoticeList notices_;
     TileDragViewModel drag_;
     MenuViewModel menu_;

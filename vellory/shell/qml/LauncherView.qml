@@ -196,6 +196,12 @@ FocusScope {
             launcher: view.launcher
         }
 
+        FilterChip {
+            objectName: "filterChip"
+            anchors { left: searchField.right; leftMargin: 2 * Theme.unit; verticalCenter: searchField.verticalCenter }
+            restriction: view.launcher.restriction
+        }
+
         PageDots {
             anchors.horizontalCenter: parent.horizontalCenter
             anchors.bottom: parent.bottom
