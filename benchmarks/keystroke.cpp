@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include <QClipboard>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QQuickItem>
@@ -65,10 +66,11 @@ class Typist {
     }
 
     /// Milliseconds from the key press until the next frame is done.
-    double press(Qt::Key key, const QString& text = {}) {
+    double press(Qt::Key key, const QString& text = {},
+                 Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         const int before = frames_;
         const auto start = Stopwatch::now();
-        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
+        QKeyEvent press(QEvent::KeyPress, key, modifiers, text);
         QCoreApplication::sendEvent(&window_, &press);
         while (frames_ == before) {
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
@@ -80,6 +82,24 @@ class Typist {
     QQuickWindow& window_;
     int frames_ = 0;
 };
+
+/// Texts that nobody types, from the clipboard.
+void measurePastes(Typist& typist) {
+    for (const auto& [what, text] :
+         {std::pair{"100,000 letters", QString(100'000, 'a')},
+          {"9,999 letters", QString(9'999, 'a')},
+          {"9,999 parentheses", QString(9'999, '(')},
+          {"a sum of 9,999 characters", QString("1+").repeated(4'999) + "1"},
+          {"a sum of 1 MB", QString("1+").repeated(500'000) + "1"},
+          {"100,000 accents", QString(100'000, QChar(0x301))}}) {
+        QGuiApplication::clipboard()->setText(text);
+        const double shown = typist.press(Qt::Key_V, {}, Qt::ControlModifier);
+        Typist::pause(60);
+        const double cleared = typist.press(Qt::Key_Escape);
+        Typist::pause(60);
+        std::printf("%s pasted: %.1f ms until the frame; cleared: %.1f ms\n", what, shown, cleared);
+    }
+}
 
 void measure(AppModel& model, LauncherState& state, Typist& typist, int runs) {
     std::vector<double> frames;
@@ -129,5 +149,6 @@ int main(int argc, char** argv) {
     launcher.show({1440, 900});
     Typist typist(*launcher.controller);
     measure(model, *launcher.state, typist, runs);
+    measurePastes(typist);
     return 0;
 }

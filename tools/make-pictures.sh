@@ -66,3 +66,4 @@ mkdir -p docs/pictures
 picture grid.png --view grid --size 1280x800
 picture grid-light.png --view grid --light --size 1280x800
 picture folder.png --view folder --size 1280x800
+picture search.png --view search --size 1280x800

@@ -26,7 +26,8 @@ Item {
     Text {
         id: picture
         anchors.horizontalCenter: parent.horizontalCenter
-        y: 1.5 * Theme.unit
+        // In the middle of what the name leaves; the emoji font is taller than its size.
+        y: Math.round((parent.height - 2.5 * Theme.unit - height) / 2)
         text: tile.cell.picture
         textFormat: Text.PlainText
         color: Theme.text
