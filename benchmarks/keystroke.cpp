@@ -94,9 +94,9 @@ void measurePastes(Typist& typist) {
           {"100,000 accents", QString(100'000, QChar(0x301))}}) {
         QGuiApplication::clipboard()->setText(text);
         const double shown = typist.press(Qt::Key_V, {}, Qt::ControlModifier);
-        Typist::pause(60);
+        pause(60);
         const double cleared = typist.press(Qt::Key_Escape);
-        Typist::pause(60);
+        pause(60);
         std::printf("%s pasted: %.1f ms until the frame; cleared: %.1f ms\n", what, shown, cleared);
     }
 }
