@@ -34,7 +34,7 @@ struct SearchResults {
     };
 
     /// Longer texts find nothing: they were not typed, and were perhaps cut on the way.
-    static constexpr std::size_t longestQuery = 10'000; // characters of UTF-8, in bytes
+    static constexpr std::size_t longestQuery = 1'000; // bytes
     static constexpr std::size_t emojiLimit = 120;
 
     Mode mode = Mode::apps;
