@@ -56,6 +56,35 @@ APPS
 # Not the first run: nothing greets.
 printf '[General]\nhasSeenWelcome=true\n' > "$work/support/settings.conf"
 
+# Somebody who has used it for weeks: a morning routine, and favourites at all times.
+now=$(($(date +%s) - 978307200))
+today=$((now / 86400))
+launches() {
+    local separator='' day app
+    for day in $(seq 20 -1 1); do
+        for app in mail chat calendar web-browser text-editor music code-studio terminal; do
+            if [ $(((day * 7 + ${#app} * 3) % 8)) -lt 5 ]; then
+                printf '%s{"app":"%s","at":%d}' "$separator" "$app" $((now - day * 86400 - ${#app} * 60))
+                separator=,
+            fi
+        done
+    done
+}
+habits() {
+    local separator='' day app
+    for day in 9 8 7 2 1; do
+        for app in mail chat calendar; do
+            printf '%s{"app":"%s","day":%d,"minute":540,"weekday":%d}' \
+                "$separator" "$app" $((today - day)) $(((today - day + 1) % 7 + 1))
+            separator=,
+        done
+    done
+}
+used() {
+    printf '{"events":[%s],"limit":4000}' "$(launches)" > "$work/support/launches.json"
+    printf '{"events":[%s],"keepDays":42}' "$(habits)" > "$work/support/habits.json"
+}
+
 picture() {
     local file=$1
     shift
@@ -67,3 +96,7 @@ picture grid.png --view grid --size 1280x800
 picture grid-light.png --view grid --light --size 1280x800
 picture folder.png --view folder --size 1280x800
 picture search.png --view search --size 1280x800
+used
+picture smart-row.png --view smart-row --size 1280x800
+picture habit-bar.png --view habit-bar --size 1280x800
+picture settings.png --view settings --size 1280x800

@@ -9,16 +9,21 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <poll.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "Board/BoardStore.h"
 #include "DesktopSession.h"
 #include "Support/AtomicFile.h"
+#include "Usage/HabitLog.h"
+#include "Usage/LaunchLog.h"
+#include "Usage/UsageStore.h"
 
 namespace vellory::test {
 namespace {
 
+using testing::ElementsAre;
 using testing::HasSubstr;
 
 constexpr int deadlineMilliseconds = 30'000;
@@ -86,6 +91,7 @@ class Process {
     }
     const std::string& said() const { return said_; }
 
+    void signal(int number) const { ::kill(pid_, number); }
     void kill(int signal) {
         if (pid_ > 0) {
             ::kill(pid_, signal);
@@ -162,6 +168,50 @@ TEST_F(ProgramTest, AnAppThatIsInstalledAppearsAtTheEndWithItsNotice) {
     ASSERT_TRUE(notice) << program.said();
     EXPECT_THAT(*notice, HasSubstr("aardvark added to vellory"));
     EXPECT_EQ(lastTile(), "app:aardvark");
+}
+
+// From a terminal or a panel, whatever windows they show; and all is kept when the session ends.
+TEST_F(ProgramTest, AppsThatAreStartedByHandAreLoggedOnceEach) {
+    const std::filesystem::path gate = session.folder().path() / "gate";
+    ASSERT_EQ(::mkfifo(gate.c_str(), 0600), 0);
+    const std::filesystem::path again = gate.string() + ".again";
+    ASSERT_EQ(::mkfifo(again.c_str(), 0600), 0);
+    const auto open = [](const std::filesystem::path& pipe) {
+        ::close(::open(pipe.c_str(), O_WRONLY));
+    };
+    for (const char* id : {"delta", "epsilon", "early"}) {
+        session.addApp(id, std::string("--class ") + id);
+    }
+    session.run({VELLORY_WINDOW_APP, "--class", "early"});
+    ASSERT_EQ(
+        run({"timeout", "20", "xdotool", "search", "--sync", "--onlyvisible", "--class", "early"}),
+        0);
+    Process program(vellory());
+    ASSERT_TRUE(program.lineWith("apps"));
+
+    session.run({VELLORY_WINDOW_APP, "--class", "alpha"});
+    EXPECT_TRUE(program.lineWith("launched alpha")) << program.said();
+    session.run({VELLORY_WINDOW_APP, "--class", "beta", "--windows", "5"});
+    EXPECT_TRUE(program.lineWith("launched beta")) << program.said();
+    session.run({VELLORY_WINDOW_APP, "--class", "gamma", "--splash", "--gate", gate});
+    open(gate);
+    EXPECT_TRUE(program.lineWith("launched gamma")) << program.said();
+    session.run({VELLORY_WINDOW_APP, "--class", "delta", "--flash", "--gate", gate});
+    EXPECT_TRUE(program.lineWith("launched delta")) << program.said();
+    open(gate);
+    open(again);
+    session.run({VELLORY_WINDOW_APP, "--class", "epsilon", "--reparented"});
+    EXPECT_TRUE(program.lineWith("launched epsilon")) << program.said();
+
+    program.signal(SIGTERM);
+    EXPECT_EQ(program.waitForEnd(), 0);
+    std::vector<BundleID> logged;
+    for (const LaunchLog::Event& event : LaunchLog::load(support() / "launches.json").events) {
+        logged.push_back(event.app);
+    }
+    EXPECT_THAT(logged, ElementsAre("alpha", "beta", "gamma", "delta", "epsilon"));
+    EXPECT_EQ(UsageStore::load(support() / "usage.json").count("beta"), 1);
+    EXPECT_EQ(HabitLog::load(support() / "habits.json").events.size(), 5U);
 }
 
 TEST_F(ProgramTest, ASecondStartBringsTheFirstBackAndEnds) {

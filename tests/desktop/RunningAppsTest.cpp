@@ -382,6 +382,8 @@ TEST_F(RunningAppsTest, ObserverHearsOfEachAppOnce) {
 TEST_F(RunningAppsTest, StartsFromElsewhereAreToldOncePerStart) {
     const auto gate = session.folder().path() / "gate";
     ASSERT_EQ(mkfifo(gate.c_str(), 0600), 0);
+    const std::string again = gate.string() + ".again";
+    ASSERT_EQ(mkfifo(again.c_str(), 0600), 0);
     const auto openGate = [&] { close(::open(gate.c_str(), O_WRONLY)); };
     session.addApp("many", "--class many");
     session.addApp("splash", "--class splash");
@@ -404,7 +406,7 @@ TEST_F(RunningAppsTest, StartsFromElsewhereAreToldOncePerStart) {
     ASSERT_TRUE(loop.runUntil([&] { return isTold("launched flash"); }));
     openGate();
     ASSERT_TRUE(loop.runUntil([&] { return isTold("quit flash"); }));
-    openGate();
+    close(::open(again.c_str(), O_WRONLY));
     ASSERT_TRUE(loop.runUntil([&] { return isTold("changed") && running("flash"); }));
 
     std::erase_if(told, [](const std::string& what) { return !what.starts_with("launched"); });

@@ -6,7 +6,8 @@
 //   --gate FIFO    shows them only once somebody has opened this pipe for writing
 //   --stubborn     stays when asked to close
 //   --splash       shows a splash window until the gate opens
-//   --flash        shows a plain window until the gate opens, and is without any for a moment
+//   --flash        shows a plain window until the gate opens, and is without any until
+//   "<gate>.again"
 //   --reparented   puts its window into another one and takes it out again
 //   --report FILE  writes its environment and situation there first
 
@@ -214,8 +215,8 @@ int main(int count, char** values) {
     }
     if (options.hasFlash) {
         app.hide(flash);
-        // A second opening of the gate: somebody has seen that no window is left.
-        close(open(options.gate.c_str(), O_RDONLY));
+        // A gate of its own: somebody has seen that no window is left.
+        close(open((options.gate + ".again").c_str(), O_RDONLY));
     }
     std::set<xcb_window_t> windows;
     for (int i = 0; i < options.windows; ++i) {

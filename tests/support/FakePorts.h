@@ -214,7 +214,9 @@ class FakeScheduler final : public Scheduler {
     /// Hands results of background work to the main thread.
     void deliver() {
         for (auto& task : std::exchange(finished_, {})) {
-            task();
+            if (task) {
+                task();
+            }
         }
     }
 

@@ -51,6 +51,79 @@ TEST_F(LauncherWindowTest, ClosingTheWindowHidesItAndItCanBeShownAgain) {
     EXPECT_NE(tile("app:a00"), nullptr);
 }
 
+// --- Suggestions and settings ---
+
+TEST_F(LauncherWindowTest, TheSmartRowStandsAboveTheGridAndTakesItsRoomFromIt) {
+    openWith(40);
+    const auto gridHeight = [&] {
+        return tile("app:a00")->property("grid").value<QQuickItem*>()->height();
+    };
+    const double before = gridHeight();
+    runningApps.starts("a39");
+    runningApps.quits("a39");
+    controller->hide();
+    show();
+    EXPECT_LT(gridHeight(), before);
+    QQuickItem* suggested = tile("app:a39"); // on the last page of the grid: seen in the row only
+    ASSERT_NE(suggested, nullptr);
+    EXPECT_LT(suggested->mapToScene({0, suggested->height()}).y(),
+              tile("app:a00")->mapToScene({0, 0}).y() + 1);
+    click("app:a39");
+    EXPECT_THAT(runningApps.asked, ElementsAre("open a39"));
+    EXPECT_FALSE(controller->isShown());
+    show();
+    press(Qt::Key_Up);
+    press(Qt::Key_Return);
+    EXPECT_EQ(runningApps.asked.size(), 2U);
+}
+
+TEST_F(LauncherWindowTest, AHabitIsAnsweredInItsBarByPointerOrKeyboard) {
+    openWith(5);
+    for (int i = 0; i < 3; ++i) {
+        for (const char* id : {"a00", "a01", "a02"}) {
+            runningApps.starts(id);
+            runningApps.quits(id);
+        }
+        scheduler.advance(86'400);
+    }
+    scheduler.runBackground();
+    scheduler.deliver();
+    settle();
+    const auto tabTo = [&](const QString& text) {
+        for (int i = 0; i < 30 && window().activeFocusItem()->property("text") != text; ++i) {
+            press(Qt::Key_Tab);
+        }
+    };
+    tabTo("Open it at that time");
+    press(Qt::Key_Space);
+    EXPECT_TRUE(controller->suggestions().opensAtTime());
+    press(Qt::Key_Tab); // to the button, whose text depends on the room
+    press(Qt::Key_Return);
+    ASSERT_EQ(model->workspaces().all().size(), 1U);
+    EXPECT_EQ(model->workspaces().all().at(0).triggers.size(), 1U);
+    type("a03"); // the keyboard is back where it was
+    press(Qt::Key_Return);
+    EXPECT_THAT(runningApps.asked, ElementsAre("open a03"));
+}
+
+TEST_F(LauncherWindowTest, SettingsOpenOverTheGridAndKeysStayInThem) {
+    openWith(3);
+    press(Qt::Key_Comma, Qt::ControlModifier);
+    EXPECT_TRUE(controller->settings().isShown());
+    settle();
+    press(Qt::Key_Down);
+    EXPECT_EQ(controller->settings().page(), 1);
+    press(Qt::Key_Up);
+    press(Qt::Key_Tab);
+    press(Qt::Key_Down);
+    EXPECT_EQ(model->prefs().smartListMode(), Prefs::SmartListMode::recent);
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(controller->settings().isShown());
+    EXPECT_TRUE(controller->isShown());
+    type("a01");
+    EXPECT_EQ(state->query(), "a01");
+}
+
 // --- Typing ---
 
 TEST_F(LauncherWindowTest, TypingSearchesFromTheFirstKeyAndReturnOpensTheFirstMatch) {

@@ -327,10 +327,17 @@ void AppModel::perform(const BundleID& id, const std::string& action) {
     }
 }
 
-void AppModel::openFile(const BundleID& id, const std::filesystem::path& file) {
-    if (const InstalledApp* installed = app(id)) {
+bool AppModel::openFile(const BundleID& id, const std::filesystem::path& file) {
+    const InstalledApp* installed = app(id);
+    std::error_code error;
+    if (!std::filesystem::exists(file, error)) {
+        Q_EMIT noticePosted(Notice::error("Couldn't open " + file.filename().string()));
+        return false;
+    }
+    if (installed != nullptr) {
         ports_.runningApps.openFile(*installed, file, noticeOnFailure(id));
     }
+    return installed != nullptr;
 }
 
 RunningApps::Completion AppModel::noticeOnFailure(const BundleID& id) {

@@ -133,8 +133,8 @@ class AppModel : public QObject {
     void launchNew(const BundleID& id);
     /// One of the app's `actions`.
     void perform(const BundleID& id, const std::string& action);
-    /// Opens a file with the app.
-    void openFile(const BundleID& id, const std::filesystem::path& file);
+    /// Opens a file with the app; false when that is known to be in vain.
+    bool openFile(const BundleID& id, const std::filesystem::path& file);
 
     // --- Editing the board: see `BoardEditor` ---
 

@@ -408,6 +408,12 @@ void LauncherState::perform(const BundleID& id, const std::string& action) {
     hideAfterLaunch();
 }
 
+void LauncherState::openFile(const BundleID& id, const std::filesystem::path& file) {
+    if (model_.openFile(id, file)) {
+        hideAfterLaunch();
+    }
+}
+
 void LauncherState::hideAfterLaunch() {
     if (!keepOpen_) {
         Q_EMIT hideRequested();

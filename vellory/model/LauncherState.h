@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <set>
@@ -141,6 +142,7 @@ class LauncherState : public QObject {
     /// Opens another window of the app, or does one of its actions; then as `activate`.
     void activateNew(const BundleID& id);
     void perform(const BundleID& id, const std::string& action);
+    void openFile(const BundleID& id, const std::filesystem::path& file);
     /// A new folder of these apps; it opens, its name ready to be typed.
     void makeFolder(const std::vector<BundleID>& ids);
     /// Everything typed, opened, highlighted and selected is forgotten, and the first page shown.

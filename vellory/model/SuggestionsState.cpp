@@ -30,7 +30,7 @@ SuggestionsState::SuggestionsState(AppModel& model, LauncherState& launcher, QOb
     connect(&launcher_, &LauncherState::presentedChanged, this, [this] {
         setHighlight(std::nullopt);
         hasAnswered_ = false;
-        updateRow();
+        showRow(Apps::all);
         updateOffer();
         setOpensAtTime(false);
     });
@@ -50,10 +50,15 @@ SuggestionsState::SuggestionsState(AppModel& model, LauncherState& launcher, QOb
 // --- The row ---
 
 void SuggestionsState::updateRow() {
+    const SmartList& list = model_.learned().smartList();
+    const bool isAsChosen = rowMode_ == list.mode() && rowLength_ == list.length();
+    showRow(launcher_.presented() && isAsChosen ? Apps::stay : Apps::all);
+}
+
+void SuggestionsState::showRow(Apps apps) {
     SmartList& list = model_.learned().smartList();
     std::vector<BundleID> next = list.apps();
-    const bool isAsChosen = rowMode_ == list.mode() && rowLength_ == list.length();
-    if (launcher_.presented() && isAsChosen) {
+    if (apps == Apps::stay) {
         next = row_;
         std::erase_if(next, [this](const BundleID& id) {
             return model_.app(id) == nullptr || model_.board().hidden.contains(id) ||
@@ -74,13 +79,14 @@ void SuggestionsState::updateRow() {
 
 void SuggestionsState::open(const BundleID& app, bool newInstance) {
     if (newInstance) {
-        model_.launchNew(app);
-        if (!launcher_.keepOpen()) {
-            Q_EMIT launcher_.hideRequested();
-        }
+        launcher_.activateNew(app);
     } else {
         launcher_.activate(Tile(app));
     }
+}
+
+void SuggestionsState::openDocument(const BundleID& app, const std::filesystem::path& file) {
+    launcher_.openFile(app, file);
 }
 
 // --- The habit ---

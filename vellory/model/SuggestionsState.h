@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <filesystem>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,6 +42,9 @@ class SuggestionsState : public QObject {
     /// open.
     void open(const BundleID& app, bool newInstance = false);
 
+    /// Opens a file with the app; the launcher hides as after any other opening.
+    void openDocument(const BundleID& app, const std::filesystem::path& file);
+
     // --- The habit ---
 
     const std::optional<Habit>& offered() const { return offered_; }
@@ -67,7 +70,12 @@ class SuggestionsState : public QObject {
     void noticePosted(const vellory::Notice& notice);
 
   private:
+    enum class Apps {
+        all,  ///< those of the list
+        stay, ///< those that are shown, without what is gone
+    };
     void updateRow();
+    void showRow(Apps apps);
     void updateOffer();
     void setOffered(std::optional<Habit> habit);
     void setHighlight(std::optional<int> place);

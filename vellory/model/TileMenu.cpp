@@ -60,6 +60,11 @@ Menu TileMenu::forApp(const BundleID& id) const {
                          [&state = state_, meant] { state.makeFolder(meant); }));
     menu.push_back(entry(isSelected ? "Deselect" : "Select", "checkmark",
                          [&state = state_, id] { state.toggleSelected(id); }));
+    const auto& suggested = model_.learned().smartList().apps();
+    if (std::ranges::find(suggested, id) != suggested.end()) {
+        menu.push_back(entry("Don't suggest", "xmark.circle.fill",
+                             [&model = model_, id] { model.learned().smartList().exclude(id); }));
+    }
     menu.push_back(entry(meant.size() == 1 ? "Hide" : "Hide " + count + " apps", "eye.slash",
                          [&model = model_, meant] { model.hide(meant); }));
     return menu;
@@ -71,6 +76,14 @@ void TileMenu::addAppActions(const BundleID& id, Menu& menu) const {
     if (model_.running().contains(id)) {
         menu.push_back(entry("Open another window", "macwindow.badge.plus",
                              [&state = state_, id] { state.activateNew(id); }));
+    }
+    Menu documents;
+    for (const std::filesystem::path& file : model_.learned().recentDocuments(id)) {
+        documents.push_back(entry(file.filename().string(), "",
+                                  [&state = state_, id, file] { state.openFile(id, file); }));
+    }
+    if (!documents.empty()) {
+        menu.push_back(submenu("Open recent", "clock.arrow.circlepath", std::move(documents)));
     }
     for (const AppAction& action : model_.actions(id)) {
         menu.push_back(entry(action.name, "", [&state = state_, id, actionID = action.id] {

@@ -14,9 +14,9 @@ std::filesystem::path pathOf(const QString& text) {
 }
 
 const QStringList& knownViews() {
-    static const QStringList views{"grid",    "grid-dark", "folder", "context-menu",
-                                   "history", "dragging",  "search", "calculator",
-                                   "emoji",   "no-results"};
+    static const QStringList views{
+        "grid",       "grid-dark", "folder",     "context-menu", "history",   "dragging", "search",
+        "calculator", "emoji",     "no-results", "smart-row",    "habit-bar", "settings"};
     return views;
 }
 

@@ -17,9 +17,19 @@ void qml_register_types_Vellory();
 namespace vellory {
 
 LauncherController::LauncherController(Parts parts, QObject* parent)
-    : QObject(parent), parts_(parts), viewModel_(parts.model, parts.state, iconSources_) {
+    : QObject(parent), parts_(parts), viewModel_(parts.model, parts.state, iconSources_),
+      suggestions_(parts.model, parts.state),
+      suggestionsModel_(parts.model, parts.state, suggestions_, viewModel_),
+      settings_(parts.model) {
+    connect(&suggestions_, &SuggestionsState::noticePosted, viewModel_.notices(),
+            &NoticeList::post);
     connect(&parts_.state, &LauncherState::hideRequested, this, &LauncherController::hide);
-    connect(&keyCatcher_, &KeyCatcher::caught, &viewModel_, &LauncherViewModel::handleKey);
+    connect(&keyCatcher_, &KeyCatcher::caught, this,
+            [this](int key, int modifiers, const QString& text) {
+                if (!suggestionsModel_.handleKey(key, modifiers, text)) {
+                    viewModel_.handleKey(key, modifiers, text);
+                }
+            });
     parts_.state.setRightToLeft(QGuiApplication::isRightToLeft());
 }
 
@@ -41,7 +51,9 @@ void LauncherController::createWindow() {
     view_->engine()->addImageProvider("symbols", new SymbolProvider);
     view_->engine()->addImageProvider("shadow", new ShadowProvider);
     view_->engine()->addImageProvider("backdrop", new BackdropProvider(backdrop_));
-    view_->setInitialProperties({{"launcher", QVariant::fromValue(&viewModel_)}});
+    view_->setInitialProperties({{"launcher", QVariant::fromValue(&viewModel_)},
+                                 {"suggestions", QVariant::fromValue(&suggestionsModel_)},
+                                 {"settings", QVariant::fromValue(&settings_)}});
     view_->setSource(QUrl("qrc:/qt/qml/Vellory/qml/LauncherView.qml"));
     view_->installEventFilter(this);
     connect(view_.get(), &QQuickWindow::frameSwapped, this, [this] {
@@ -96,6 +108,7 @@ void LauncherController::show() {
     view_->raise();
     view_->requestActivate();
     parts_.model.refreshBadges();
+    parts_.model.learned().refresh();
 }
 
 void LauncherController::hide() {
@@ -104,6 +117,7 @@ void LauncherController::hide() {
     }
     parts_.state.setPresented(false);
     keyCatcher_.stop();
+    settings_.setShown(false);
     awaitingFrame_ = false;
     if (view_ != nullptr) {
         view_->hide();

@@ -8,12 +8,15 @@
 
 #include "model/AppModel.h"
 #include "model/LauncherState.h"
+#include "model/SuggestionsState.h"
 #include "platform/Desktop.h"
 #include "platform/Scheduler.h"
 #include "shell/Backdrop.h"
 #include "shell/IconProvider.h"
 #include "shell/KeyCatcher.h"
 #include "shell/LauncherViewModel.h"
+#include "shell/SettingsViewModel.h"
+#include "shell/SuggestionsViewModel.h"
 
 class QScreen;
 
@@ -54,6 +57,8 @@ class LauncherController : public QObject {
         return *view_;
     }
     LauncherViewModel& viewModel() { return viewModel_; }
+    SuggestionsState& suggestions() { return suggestions_; }
+    SettingsViewModel& settings() { return settings_; }
 
   Q_SIGNALS:
     /// The first frame after `show` is on the screen.
@@ -71,6 +76,9 @@ class LauncherController : public QObject {
     std::shared_ptr<BackdropStore> backdrop_ = std::make_shared<BackdropStore>();
     LauncherViewModel viewModel_;
     KeyCatcher keyCatcher_;
+    SuggestionsState suggestions_;
+    SuggestionsViewModel suggestionsModel_;
+    SettingsViewModel settings_;
     std::unique_ptr<QQuickView> view_;
     QSize backdropSize_;
     int backdropGeneration_ = 0;

@@ -20,6 +20,8 @@ LauncherViewModel::LauncherViewModel(AppModel& model, LauncherState& state,
       search_(model, state), restriction_(model, state), drag_(state), history_(model) {
     connect(&search_, &SearchViewModel::noticePosted, &notices_, &NoticeList::post);
     connect(&model_, &AppModel::visibleTilesChanged, this, &LauncherViewModel::scheduleUpdate);
+    // At once: whoever shows a new app asks for its icon in the same turn.
+    connect(&model_, &AppModel::appsChanged, this, &LauncherViewModel::updateIconSources);
     connect(&model_, &AppModel::runningChanged, this, &LauncherViewModel::scheduleUpdate);
     connect(&model_, &AppModel::badgesChanged, this, &LauncherViewModel::scheduleUpdate);
     connect(&model_, &AppModel::noticePosted, &notices_, &NoticeList::post);

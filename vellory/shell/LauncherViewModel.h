@@ -91,6 +91,8 @@ class LauncherViewModel : public QObject {
     QString renaming() const { return QString::fromStdString(state_.renaming().value_or("")); }
     /// The installed apps that the grid does not show, by name.
     QStringList hiddenApps() const;
+    /// Tiles as the views show them.
+    std::vector<TileItem> items(const std::vector<Tile>& tiles) const;
 
     QString query() const { return QString::fromStdString(state_.query()); }
     void setQuery(const QString& query) { state_.setQuery(query.toStdString()); }
@@ -190,7 +192,6 @@ class LauncherViewModel : public QObject {
     void welcomingChanged();
 
   private:
-    std::vector<TileItem> items(const std::vector<Tile>& tiles) const;
     void updateIconSources();
     void scheduleUpdate();
     void updateLists();

@@ -88,8 +88,8 @@ void dragSomeTile(QQuickWindow& window, TileGrid& grid) {
 }
 
 /// Brings the launcher into the state that the picture is to show.
-std::expected<void, std::string> arrange(const QString& view, AppModel& model,
-                                         LauncherState& state) {
+std::expected<void, std::string> arrange(const QString& view, LauncherController& controller,
+                                         AppModel& model, LauncherState& state) {
     if (view == "folder") {
         const Tile* folder = firstFolder(model);
         if (folder == nullptr) {
@@ -107,6 +107,16 @@ std::expected<void, std::string> arrange(const QString& view, AppModel& model,
         {"search", "photo"}, {"calculator", "12*7"}, {"emoji", ":heart"}, {"no-results", "qqqq"}};
     if (const auto query = typed.find(view); query != typed.end()) {
         state.setQuery(query->second);
+    }
+    SuggestionsState& suggestions = controller.suggestions();
+    if (view == "smart-row" && suggestions.row().empty()) {
+        return std::unexpected("No apps are suggested yet.");
+    }
+    if (view == "habit-bar" && !waitFor([&] { return suggestions.offered().has_value(); })) {
+        return std::unexpected("There is no habit to offer.");
+    }
+    if (view == "settings") {
+        controller.settings().setShown(true);
     }
     return {};
 }
@@ -137,7 +147,7 @@ std::expected<void, std::string> takeScreenshot(LauncherController& controller, 
                                                 LauncherState& state, const QString& view,
                                                 QSize size, const std::filesystem::path& file) {
     controller.prepare(size);
-    if (auto arranged = arrange(view, model, state); !arranged) {
+    if (auto arranged = arrange(view, controller, model, state); !arranged) {
         return arranged;
     }
     QQuickView& window = controller.window();

@@ -9,6 +9,7 @@
 
 #include "model/AppModel.h"
 #include "model/LauncherState.h"
+#include "platform/linux/EndSignals.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/qt/QtEventLoop.h"
 #include "platform/qt/QtFolderWatcher.h"
@@ -67,7 +68,8 @@ void say(const std::string& line) {
 }
 
 /// Says what happens, a line each, for scripts that drive or measure the program: "N apps" with the
-/// first frame of the grid, "settled" once nothing on it changes any more, "hidden", and notices.
+/// first frame of the grid, "settled" once nothing on it changes any more, "hidden", notices, and
+/// starts of apps.
 void reportTo(QTimer& settling, LauncherController& controller, const AppModel& model) {
     constexpr int pollMilliseconds = 50;
     QObject::connect(&controller, &LauncherController::shown, &settling, [&] {
@@ -80,6 +82,8 @@ void reportTo(QTimer& settling, LauncherController& controller, const AppModel& 
     });
     QObject::connect(&model, &AppModel::noticePosted, &settling,
                      [](const Notice& notice) { say("notice " + notice.text); });
+    QObject::connect(&model, &AppModel::appLaunched, &settling,
+                     [](const std::string& id) { say("launched " + id); });
     QObject::connect(&settling, &QTimer::timeout, &controller, [&] {
         if (isSettled(*controller.window().rootObject())) {
             settling.stop();
@@ -170,6 +174,8 @@ int run(const CommandLine& options, const char* program) {
     if (!options.support) {
         instance.listen();
     }
+    // Not quit: that asks the windows first, and the launcher's only hides when it is closed.
+    const EndSignals endSignals(loop, [] { QCoreApplication::exit(0); });
     QTimer settling;
     if (options.report) {
         reportTo(settling, controller, model);

@@ -8,15 +8,17 @@ FocusScope {
     id: view
 
     required property Launcher launcher
+    required property Suggestions suggestions
+    required property Settings settings
 
     // Drawn without graphics hardware: scaling the whole stage would cost more than it shows.
     readonly property bool softwareDrawn: GraphicsInfo.api === GraphicsInfo.Software
     readonly property bool folderOpen: launcher.openFolder !== ""
     // A menu or panel stands over everything. What lies below must not hear taps: handlers get them
     // also when something above has taken them.
-    readonly property bool covered: contextMenu.open || launcher.panel !== Launcher.None
+    readonly property bool covered: contextMenu.open || launcher.panel !== Launcher.None || settings.shown
     // Something on the screen is still on its way; pictures wait for it.
-    readonly property bool moving: opening.running || pageSpring.running || folderPanel.moving || stageFade.running
+    readonly property bool moving: opening.running || pageSpring.running || folderPanel.moving || stageFade.running || settingsPanel.moving
 
     focus: true
     LayoutMirroring.enabled: launcher.mirrored
@@ -31,7 +33,8 @@ FocusScope {
     Keys.onPressed: event => {
         if (covered || event.key === Qt.Key_Tab || event.key === Qt.Key_Backtab)
             return
-        event.accepted = launcher.handleKey(event.key, event.modifiers, event.text)
+        event.accepted = suggestions.handleKey(event.key, event.modifiers, event.text)
+                         || launcher.handleKey(event.key, event.modifiers, event.text)
         if (event.accepted)
             takeFocus()
     }
@@ -83,6 +86,20 @@ FocusScope {
         }
     }
 
+    Connections {
+        target: view.settings
+        function onShownChanged() {
+            if (!view.settings.shown)
+                searchField.takeFocus()
+        }
+    }
+
+    Shortcut {
+        sequences: ["Ctrl+,"]
+        enabled: view.settings.shown || !view.covered
+        onActivated: view.settings.shown = !view.settings.shown
+    }
+
     Image {
         anchors.fill: parent
         source: view.launcher.backdrop
@@ -128,10 +145,26 @@ FocusScope {
         id: stage
 
         anchors.fill: parent
-        opacity: view.folderOpen ? 0.35 : 1
+        opacity: view.folderOpen || view.settings.shown ? 0.35 : 1
         scale: view.folderOpen && !Theme.reduceMotion && !view.softwareDrawn ? 0.98 : 1
         Behavior on opacity { NumberAnimation { id: stageFade; duration: Theme.makeRoom } }
         Behavior on scale { NumberAnimation { duration: Theme.makeRoom; easing.type: Easing.OutCubic } }
+
+        SmartRow {
+            id: smartRow
+
+            anchors {
+                left: parent.left
+                right: parent.right
+                top: parent.top
+                topMargin: Theme.edge + Theme.fieldHeight + 2 * Theme.unit
+            }
+            visible: shown && !view.launcher.searching
+            enabled: !view.covered && !view.folderOpen
+            launcher: view.launcher
+            suggestions: view.suggestions
+            openClock: view.openClock
+        }
 
         TileGrid {
             id: grid
@@ -139,7 +172,7 @@ FocusScope {
             objectName: "grid"
             anchors {
                 fill: parent
-                topMargin: Theme.edge + Theme.fieldHeight + 4 * Theme.unit
+                topMargin: smartRow.anchors.topMargin + (smartRow.shown ? smartRow.height : 2 * Theme.unit)
                 bottomMargin: Theme.edge + Theme.dot + 3 * Theme.unit
             }
             visible: !view.launcher.searching
@@ -175,10 +208,24 @@ FocusScope {
         }
 
         SearchResults {
-            anchors.fill: grid
+            id: results
+
+            anchors {
+                fill: parent
+                topMargin: Theme.edge + Theme.fieldHeight + 4 * Theme.unit
+                bottomMargin: grid.anchors.bottomMargin
+            }
             launcher: view.launcher
             visible: view.launcher.searching
             enabled: !view.covered
+        }
+
+        DocumentsRow {
+            anchors.horizontalCenter: parent.horizontalCenter
+            y: results.y + results.end + 2 * Theme.unit
+            room: view.width - 2 * Theme.sideMargin(view.width)
+            suggestions: view.suggestions
+            onDone: searchField.takeFocus()
         }
 
         EmptyState {
@@ -194,6 +241,7 @@ FocusScope {
             anchors.horizontalCenter: parent.horizontalCenter
             y: Theme.edge
             launcher: view.launcher
+            suggestions: view.suggestions
         }
 
         FilterChip {
@@ -205,13 +253,25 @@ FocusScope {
         PageDots {
             anchors.horizontalCenter: parent.horizontalCenter
             anchors.bottom: parent.bottom
-            anchors.bottomMargin: Theme.edge
+            anchors.bottomMargin: habitBar.visible ? Theme.dotEdgeOverBar : Theme.edge
             visible: view.launcher.pageCount > 1
             enabled: !view.covered && !view.folderOpen
             count: view.launcher.pageCount
             position: pageSpring.value
             onPageRequested: page => view.launcher.goToPage(page)
         }
+    }
+
+    HabitBar {
+        id: habitBar
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: Theme.habitBarEdge
+        room: view.width
+        visible: view.suggestions.hasOffer && !view.launcher.welcoming && !view.folderOpen && !view.launcher.searching
+        suggestions: view.suggestions
+        onDone: searchField.takeFocus()
     }
 
     Spring {
@@ -248,6 +308,14 @@ FocusScope {
         anchors.bottomMargin: Theme.noticeEdge
         visible: view.launcher.welcoming && !view.folderOpen && !view.launcher.searching
         launcher: view.launcher
+    }
+
+    SettingsPanel {
+        id: settingsPanel
+
+        anchors.fill: parent
+        settings: view.settings
+        suggestions: view.suggestions
     }
 
     NoticeStack {

@@ -8,6 +8,7 @@ Rectangle {
     id: field
 
     required property Launcher launcher
+    required property Suggestions suggestions
 
     readonly property bool focused: input.activeFocus
 
@@ -52,7 +53,8 @@ Rectangle {
         Keys.onPressed: event => {
             // What types a character goes into the field itself, where input methods work.
             const typed = field.launcher.hintsMode ? event.text : ""
-            event.accepted = field.launcher.handleKey(event.key, event.modifiers, typed)
+            event.accepted = field.suggestions.handleKey(event.key, event.modifiers, typed)
+                             || field.launcher.handleKey(event.key, event.modifiers, typed)
         }
 
         Accessible.role: Accessible.EditableText

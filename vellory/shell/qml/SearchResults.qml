@@ -10,6 +10,8 @@ Item {
     required property Launcher launcher
 
     readonly property Search search: launcher.search
+    // Where the results end, or the view if they go on below it.
+    readonly property real end: Math.min(cells.implicitHeight, height)
 
     Binding { target: results.search; property: "matchColor"; value: Theme.text }
     Connections {

@@ -27,6 +27,7 @@ QtObject {
     readonly property color panelFill: dark ? "#f4262a36" : "#f6f5f6fa"
     readonly property color panelBorder: dark ? "#24ffffff" : "#1a000000"
     readonly property color noticeFill: dark ? "#f0303442" : "#f7ffffff"
+    readonly property color controlBorder: dark ? "#59ffffff" : "#4d000000"
     readonly property color runningDot: dark ? "#d9ffffff" : "#b3000000"
     readonly property color badgeFill: "#e5484d"
     readonly property color hintFill: "#f2c94c"
@@ -44,6 +45,7 @@ QtObject {
     readonly property int labelGap: 8
     readonly property int labelSize: 13
     readonly property int bodySize: 14
+    readonly property int headingSize: 17
     readonly property int titleSize: 24
     readonly property int sumSize: 40
     readonly property int emojiSize: 40
@@ -55,11 +57,17 @@ QtObject {
     readonly property int menuWidth: 244
     readonly property int panelRadius: 20
     readonly property int panelPadding: 24
-    readonly property int headingSize: 17
     readonly property int smallSize: 13
     readonly property int edgeZone: 48
     readonly property int noticeHeight: 44
     readonly property int noticeEdge: 72
+    readonly property int habitBarEdge: 12
+    readonly property int dotEdgeOverBar: 60
+    readonly property int settingsWidth: 760
+    readonly property int settingsHeight: 560
+    readonly property int documentWidth: 216
+    readonly property int smallestIcon: 40
+    readonly property real smartRowScale: 2 / 3 // of the grid's icons
     readonly property int symbol: 18
     readonly property int highlightRadius: 20
     readonly property int folderPanelRadius: 28

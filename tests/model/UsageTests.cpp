@@ -1,0 +1,379 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <gmock/gmock.h>
+
+#include "model/LauncherState.h"
+#include "model/SuggestionsState.h"
+#include "model/TileMenu.h"
+#include "model/World.h"
+
+namespace vellory::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+constexpr double day = 86'400;
+using Mode = Prefs::SmartListMode;
+
+/// A machine with what one launcher window shows of the suggestions.
+struct Learning : testing::Test, World {
+    AppModel& begin(const std::vector<BundleID>& apps) {
+        std::vector<Tile> tiles;
+        for (const BundleID& id : apps) {
+            tiles.emplace_back(id);
+        }
+        // Ten o'clock of a Wednesday: `clock` counts from a Monday.
+        clock.time = Date::since2001(7 * 1000 * day + 2 * day + 10 * 3600);
+        startWith(apps, board(std::move(tiles)));
+        show();
+        return *model;
+    }
+    void show() {
+        suggestions.reset();
+        state = std::make_unique<LauncherState>(*model);
+        suggestions = std::make_unique<SuggestionsState>(*model, *state);
+        QObject::connect(suggestions.get(), &SuggestionsState::noticePosted,
+                         [this](const Notice& notice) { notices.push_back(notice); });
+        summon();
+    }
+    void summon() {
+        state->setPresented(false);
+        state->setPresented(true);
+    }
+    void restart() {
+        suggestions.reset();
+        state.reset();
+        model.reset();
+        start();
+        show();
+    }
+    /// The search for habits, which runs in the background.
+    void search() {
+        scheduler.runBackground();
+        scheduler.deliver();
+    }
+    /// Opens the apps at this time of the day, on several days.
+    void openTogether(const std::vector<BundleID>& apps, int days) {
+        for (int i = 0; i < days; ++i) {
+            for (const BundleID& id : apps) {
+                runningApps.starts(id);
+                runningApps.quits(id);
+                scheduler.advance(60);
+            }
+            scheduler.advance(day - 60.0 * static_cast<double>(apps.size()));
+        }
+        search();
+    }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        if (!suggestions->handleKey({key, modifiers})) {
+            state->handleKey({key, modifiers});
+        }
+    }
+    std::vector<BundleID> row() const { return suggestions->row(); }
+
+    std::unique_ptr<LauncherState> state;
+    std::unique_ptr<SuggestionsState> suggestions;
+};
+
+// --- What is kept ---
+
+using UsageFiles = Learning;
+
+TEST_F(UsageFiles, AnEndlessBurstIsWrittenNowAndThenAndAClockSetBackHoldsNothingUp) {
+    begin({"mail"});
+    const auto stored = [&] { return LaunchLog::load(paths().launchLog()).events.size(); };
+    for (int i = 0; i < 10; ++i) {
+        runningApps.starts("mail");
+        scheduler.advance(4);
+    }
+    EXPECT_EQ(stored(), 9U) << "after 32 seconds without five of quiet";
+    clock.time = clock.time - 3600;
+    runningApps.starts("mail");
+    EXPECT_EQ(stored(), 11U);
+    EXPECT_EQ(model->launchLog().events.size(), 11U);
+}
+
+TEST_F(UsageFiles, HabitsAreWrittenWithTheOthersAndAtTheEnd) {
+    begin({"mail"});
+    runningApps.starts("mail");
+    scheduler.advance(5);
+    EXPECT_EQ(HabitLog::load(paths().habits()).events.size(), 1U);
+    runningApps.starts("web");
+    suggestions.reset();
+    state.reset();
+    model.reset();
+    EXPECT_EQ(HabitLog::load(paths().habits()).events.size(), 2U);
+}
+
+TEST_F(UsageFiles, SeedsStandBeforeWhatWasOpenedWhileTheDesktopWasAsked) {
+    metadata.records = {{"old", {.lastUsed = Date::since2001(1)}},
+                        {"ahead", {.lastUsed = Date::since2001(1e12)}},
+                        {"odd", {.lastUsed = Date::since2001(NAN)}}};
+    begin({"old", "ahead", "odd", "new"});
+    const Date now = clock.time;
+    runningApps.starts("new");
+    metadata.answer();
+    EXPECT_THAT(LaunchLog::load(paths().launchLog()).events,
+                ElementsAre(LaunchLog::Event{"old", Date::since2001(1), {}},
+                            LaunchLog::Event{"ahead", now, {}}, LaunchLog::Event{"new", now, {}}));
+}
+
+// --- The smart list ---
+
+using SmartListTest = Learning;
+
+TEST_F(SmartListTest, EachModeHasItsRule) {
+    metadata.records = {{"a", {.created = Date::since2001(5)}},
+                        {"b", {.created = Date::since2001(9)}},
+                        {"c", {.created = Date::since2001(7)}}};
+    begin({"a", "b", "c", "never"});
+    metadata.answer();
+    for (const char* id : {"a", "c", "c", "b", "c", "a", "a", "a"}) {
+        scheduler.advance(600);
+        runningApps.starts(id);
+        runningApps.quits(id);
+    }
+    scheduler.advance(600);
+    runningApps.starts("b");
+    runningApps.quits("b");
+    summon();
+    const struct {
+        Mode mode;
+        std::string_view heading;
+        std::vector<BundleID> apps;
+    } cases[] = {{Mode::suggested, "Suggested for now", {"a", "c", "b"}},
+                 {Mode::recent, "Recently opened", {"b", "a", "c"}},
+                 {Mode::mostUsed, "Most used", {"a", "c", "b"}},
+                 {Mode::newest, "Newest", {"b", "c", "a", "never"}},
+                 {Mode::off, "", {}}};
+    for (const auto& test : cases) {
+        model->prefs().setSmartListMode(test.mode);
+        scheduler.advance(0);
+        EXPECT_EQ(row(), test.apps) << test.heading;
+        EXPECT_EQ(suggestions->heading(), test.heading);
+        restart();
+        metadata.answer();
+        summon();
+        EXPECT_EQ(row(), test.apps) << test.heading << " after a restart";
+    }
+}
+
+TEST_F(SmartListTest, ShowsOneRowOfWhatTheGridShows) {
+    begin({"a", "b", "c", "d", "hidden", "unwanted", "com.quorvel.vellory"});
+    for (const char* id :
+         {"a", "b", "c", "d", "hidden", "unwanted", "com.quorvel.vellory", "gone"}) {
+        runningApps.starts(id);
+        runningApps.quits(id);
+    }
+    model->hide({"hidden"});
+    model->learned().smartList().exclude("unwanted");
+    summon();
+    EXPECT_THAT(row(), UnorderedElementsAre("a", "b", "c", "d"));
+    model->prefs().setColumns(2);
+    scheduler.advance(0);
+    EXPECT_THAT(row(), ElementsAre("a", "b")) << "a launch each; by identifier";
+}
+
+TEST_F(SmartListTest, NothingMovesWhileItIsShown) {
+    begin({"a", "b"});
+    runningApps.starts("a");
+    runningApps.quits("a");
+    summon();
+    EXPECT_THAT(row(), ElementsAre("a"));
+    runningApps.starts("b");
+    runningApps.quits("b");
+    runningApps.starts("b");
+    runningApps.quits("b");
+    scheduler.advance(120);
+    EXPECT_THAT(row(), ElementsAre("a"));
+    summon();
+    EXPECT_THAT(row(), ElementsAre("b", "a"));
+    model->hide({"b"});
+    scheduler.advance(0);
+    EXPECT_THAT(row(), ElementsAre("a")) << "what is gone goes at once";
+}
+
+TEST_F(SmartListTest, TheMinuteBringsWhatBelongsToTheHour) {
+    begin({"breakfast", "supper"});
+    runningApps.starts("breakfast");
+    runningApps.quits("breakfast");
+    scheduler.advance(10 * 3600);
+    runningApps.starts("supper");
+    runningApps.quits("supper");
+    scheduler.advance(60);
+    summon();
+    EXPECT_THAT(row(), ElementsAre("supper", "breakfast"));
+    scheduler.advance(14 * 3600);
+    summon();
+    EXPECT_THAT(row(), ElementsAre("breakfast", "supper"));
+}
+
+TEST_F(SmartListTest, KeysLeadUpIntoTheRowAndBack) {
+    begin({"a", "b", "c"});
+    for (const char* id : {"c", "b", "a"}) {
+        runningApps.starts(id);
+        runningApps.quits(id);
+    }
+    model->prefs().setSmartListMode(Mode::mostUsed);
+    model->prefs().setColumns(3);
+    summon();
+    state->setHighlight(2);
+    press(Qt::Key_Up);
+    EXPECT_EQ(suggestions->highlight(), 2);
+    EXPECT_EQ(state->highlight(), std::nullopt);
+    press(Qt::Key_Right);
+    press(Qt::Key_Left);
+    EXPECT_EQ(suggestions->highlight(), 1);
+    press(Qt::Key_Down);
+    EXPECT_EQ(suggestions->highlight(), std::nullopt);
+    EXPECT_EQ(state->highlight(), 1);
+    press(Qt::Key_Up);
+    press(Qt::Key_Escape);
+    EXPECT_EQ(suggestions->highlight(), std::nullopt);
+    press(Qt::Key_Up);
+    press(Qt::Key_Return);
+    EXPECT_THAT(runningApps.asked, ElementsAre("open a"));
+    press(Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(runningApps.asked.back(), "new a");
+}
+
+// --- Habits ---
+
+using Habits = Learning;
+
+TEST_F(Habits, AGroupOfThreeDaysIsOfferedAndKeptAsAWorkspaceThatDoesNotOpenByItself) {
+    begin({"mail", "chat", "notes", "web"});
+    openTogether({"mail", "chat", "notes"}, 2);
+    EXPECT_FALSE(suggestions->offered());
+    openTogether({"mail", "chat", "notes"}, 1);
+    ASSERT_TRUE(suggestions->offered());
+    EXPECT_EQ(suggestions->offered()->id(), "chat+mail+notes");
+
+    press(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+    const auto& workspaces = model->workspaces().all();
+    ASSERT_EQ(workspaces.size(), 1U);
+    EXPECT_EQ(workspaces[0].name, "CHAT, MAIL, NOTES");
+    EXPECT_THAT(workspaces[0].appIDs(), ElementsAre("chat", "mail", "notes"));
+    EXPECT_THAT(workspaces[0].triggers, IsEmpty());
+    EXPECT_EQ(lastNotice(), "Saved “CHAT, MAIL, NOTES” as a workspace");
+    search();
+    summon();
+    EXPECT_FALSE(suggestions->offered()) << "it is a workspace now";
+}
+
+TEST_F(Habits, OpensAtItsTimeOnlyWhenThatIsChosenForThisOne) {
+    begin({"mail", "chat", "notes"});
+    openTogether({"mail", "chat", "notes"}, 3);
+    suggestions->setOpensAtTime(true);
+    summon();
+    EXPECT_FALSE(suggestions->opensAtTime()) << "chosen anew at each summons";
+    suggestions->setOpensAtTime(true);
+    suggestions->accept();
+    const auto& triggers = model->workspaces().all().at(0).triggers;
+    ASSERT_EQ(triggers.size(), 1U);
+    const auto* schedule = std::get_if<Workspace::Schedule>(&triggers[0].content);
+    ASSERT_NE(schedule, nullptr);
+    EXPECT_EQ(schedule->hour, 10);
+    EXPECT_THAT(schedule->weekdays, ElementsAre(4, 5, 6)) << "Wednesday to Friday";
+}
+
+TEST_F(Habits, ADismissalIsRememberedOverARestart) {
+    begin({"mail", "chat", "notes++"});
+    openTogether({"mail", "chat", "notes++"}, 3);
+    ASSERT_TRUE(suggestions->offered());
+    suggestions->dismiss();
+    EXPECT_FALSE(suggestions->offered());
+    restart();
+    search();
+    openTogether({"mail", "chat", "notes++"}, 1);
+    summon();
+    EXPECT_FALSE(suggestions->offered());
+    EXPECT_THAT(model->workspaces().all(), IsEmpty());
+}
+
+TEST_F(Habits, AnAnswerIsNotFollowedByAnotherQuestionUnderThePointer) {
+    begin({"a", "b", "c", "x", "y", "z"});
+    openTogether({"a", "b", "c"}, 4);
+    clock.time = clock.time + 5 * 3600;
+    openTogether({"x", "y", "z"}, 3);
+    summon();
+    ASSERT_TRUE(suggestions->offered());
+    EXPECT_EQ(suggestions->offered()->id(), "a+b+c");
+    suggestions->dismiss();
+    search();
+    EXPECT_FALSE(suggestions->offered());
+    summon();
+    ASSERT_TRUE(suggestions->offered());
+    EXPECT_EQ(suggestions->offered()->id(), "x+y+z");
+}
+
+TEST_F(Habits, AppsThatAreGoneAreNotOffered) {
+    begin({"mail", "chat", "notes"});
+    openTogether({"mail", "chat", "notes"}, 3);
+    ASSERT_TRUE(suggestions->offered());
+    catalogue.uninstall("notes");
+    model->rescan();
+    search();
+    EXPECT_FALSE(suggestions->offered());
+}
+
+// --- What the desktop remembers ---
+
+using DesktopMemory = Learning;
+
+TEST_F(DesktopMemory, UnusedAppsAreThoseThatNobodyHasSeenOpenFor90Days) {
+    begin({"stale", "never", "seen", "counted", "runs", "com.quorvel.vellory"});
+    metadata.records = {{"stale", {.lastUsed = clock.time - 91 * day}},
+                        {"seen", {.lastUsed = clock.time - 89 * day}},
+                        {"counted", {.lastUsed = clock.time - 200 * day}}};
+    metadata.answer();
+    runningApps.starts("counted");
+    runningApps.quits("counted");
+    runningApps.starts("runs");
+    std::vector<BundleID> unused;
+    for (const auto& app : model->learned().unusedApps()) {
+        unused.push_back(app.app);
+    }
+    EXPECT_THAT(unused, ElementsAre("never", "stale"));
+}
+
+TEST_F(DesktopMemory, RecentDocumentsAreOpenedWithTheirAppAndTheLauncherHides) {
+    const auto file = folder.write("notes.txt", "");
+    begin({"edit"});
+    int hides = 0;
+    QObject::connect(state.get(), &LauncherState::hideRequested, [&] { ++hides; });
+    metadata.records = {{"edit", {.recentDocuments = {file, "/gone"}}}};
+    metadata.answer();
+    EXPECT_THAT(model->learned().recentDocuments("edit"), ElementsAre(file, "/gone"));
+    EXPECT_THAT(model->learned().recentDocuments("nobody"), IsEmpty());
+    suggestions->openDocument("edit", file);
+    EXPECT_THAT(runningApps.asked, ElementsAre("open " + file.string() + " with edit"));
+    EXPECT_EQ(hides, 1);
+    TileMenu menus(*model, *state);
+    for (const MenuEntry& entry : menus.forTile(Tile(BundleID("edit")))) {
+        if (entry.text == "Open recent") {
+            EXPECT_EQ(entry.entries.at(0).text, "notes.txt");
+            entry.entries.at(0).action();
+        }
+    }
+    EXPECT_EQ(runningApps.asked.size(), 2U) << "also from the menu";
+    EXPECT_EQ(hides, 2);
+    suggestions->openDocument("edit", "/gone");
+    EXPECT_EQ(lastNotice(), "Couldn't open gone");
+    EXPECT_EQ(hides, 2);
+}
+
+// The desktop answers slowly and is asked anew meanwhile.
+TEST_F(DesktopMemory, OnlyTheLatestAnswerCounts) {
+    begin({"edit"});
+    model->learned().refresh();
+    EXPECT_EQ(metadata.asked.size(), 2U);
+    int changes = 0;
+    QObject::connect(&model->learned(), &UsageCenter::recordsChanged, [&] { ++changes; });
+    metadata.answer();
+    EXPECT_EQ(changes, 1);
+}
+
+} // namespace
+} // namespace vellory::test
