@@ -23,14 +23,9 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
     # and clang reports that where the template is used.
     target_compile_options(vellory_options INTERFACE -Wno-deprecated-declarations)
 endif()
-if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-    # g++ 12 reports overlapping copies inside std::string's operator+ at -O3 (GCC bug 105651).
-    target_compile_options(vellory_options INTERFACE -Wno-restrict)
-endif()
-if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
-    # libstdc++ 12 itself uses what it deprecates (std::get_temporary_buffer in std::stable_sort),
-    # and clang reports that where the template is used.
-    target_compile_options(vellory_options INTERFACE -Wno-deprecated-declarations)
+if(CMAKE_UNITY_BUILD)
+    # Sources that are compiled as one see each other's private names.
+    target_compile_options(vellory_options INTERFACE -Wno-shadow)
 endif()
 if(VELLORY_FUZZ)
     target_compile_options(vellory_options INTERFACE -fsanitize=fuzzer-no-link)

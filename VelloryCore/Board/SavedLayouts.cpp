@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::string_view extension = ".json";
+constexpr std::string_view layoutExtension = ".json";
 
 /// Bytes. A file name may have 255, and writing a file needs some of them for the temporary one.
 constexpr std::size_t longestName = 200;
@@ -52,10 +52,10 @@ std::vector<std::string> SavedLayouts::names(const Text::Collator& collator) con
     for (; !error && entries != fs::directory_iterator(); entries.increment(error)) {
         std::error_code ignored;
         const std::string file = entries->path().filename().string();
-        if (!file.ends_with(extension) || !entries->is_regular_file(ignored)) {
+        if (!file.ends_with(layoutExtension) || !entries->is_regular_file(ignored)) {
             continue;
         }
-        std::string name = file.substr(0, file.size() - extension.size());
+        std::string name = file.substr(0, file.size() - layoutExtension.size());
         // A file put there by hand may have a name that no layout's file gets.
         if (fileName(name) == file) {
             out.push_back(std::move(name));
@@ -104,7 +104,7 @@ std::string SavedLayouts::fileName(std::string_view name) {
     if (out.empty()) {
         out = "Layout";
     }
-    return shortened(std::move(out)).append(extension);
+    return shortened(std::move(out)).append(layoutExtension);
 }
 
 std::string SavedLayouts::displayKey(std::string_view display) {

@@ -18,9 +18,9 @@ namespace {
 /// A list is a table of objects; containers name their members by their numbers in it. One object
 /// may so stand in many places, and a short list spell a tree that fills any memory. Therefore the
 /// tree is measured first, without recursion and each object once, and built only when it fits.
-class Reader {
+class BinaryReader {
   public:
-    Reader(std::string_view bytes, const Limits& limits) : bytes_(bytes), limits_(limits) {}
+    BinaryReader(std::string_view bytes, const Limits& limits) : bytes_(bytes), limits_(limits) {}
 
     std::expected<Value, Error> read() {
         const auto top = readTrailer();
@@ -345,7 +345,7 @@ class Reader {
 } // namespace
 
 std::expected<Value, Error> parseBinary(std::string_view bytes, const Limits& limits) {
-    return Reader(bytes, limits).read();
+    return BinaryReader(bytes, limits).read();
 }
 
 } // namespace vellory::PropertyList

@@ -96,24 +96,24 @@ std::string bytesFrom(std::string_view text) {
 }
 
 /// Builds the tree from the elements as Expat meets them, and stops it at the first fault.
-class Reader {
+class XmlReader {
   public:
-    explicit Reader(const Limits& limits) : limits_(limits), parser_(XML_ParserCreate(nullptr)) {
+    explicit XmlReader(const Limits& limits) : limits_(limits), parser_(XML_ParserCreate(nullptr)) {
         XML_SetUserData(parser_.get(), this);
         XML_SetElementHandler(
             parser_.get(),
             [](void* self, const char* name, const char**) {
-                static_cast<Reader*>(self)->begin(name);
+                static_cast<XmlReader*>(self)->begin(name);
             },
-            [](void* self, const char*) { static_cast<Reader*>(self)->end(); });
+            [](void* self, const char*) { static_cast<XmlReader*>(self)->end(); });
         XML_SetCharacterDataHandler(parser_.get(), [](void* self, const char* text, int size) {
-            static_cast<Reader*>(self)->text_.append(text, static_cast<std::size_t>(size));
+            static_cast<XmlReader*>(self)->text_.append(text, static_cast<std::size_t>(size));
         });
         // Property lists declare no entities; what does is out to grow.
         XML_SetEntityDeclHandler(
             parser_.get(),
             [](void* self, const char*, int, const char*, int, const char*, const char*,
-               const char*, const char*) { static_cast<Reader*>(self)->fail(Error::malformed); });
+               const char*, const char*) { static_cast<XmlReader*>(self)->fail(Error::malformed); });
     }
 
     std::expected<Value, Error> read(std::string_view bytes) {
@@ -297,7 +297,7 @@ class Reader {
 } // namespace
 
 std::expected<Value, Error> parseXml(std::string_view bytes, const Limits& limits) {
-    return Reader(limits).read(bytes);
+    return XmlReader(limits).read(bytes);
 }
 
 } // namespace vellory::PropertyList

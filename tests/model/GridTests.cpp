@@ -21,7 +21,7 @@ Workspace workspace(std::uint32_t id, const std::vector<BundleID>& apps, bool fo
     return out;
 }
 
-Board usualBoard() {
+Board gridBoard() {
     Board out = board({app("a"), folder(1, "Work", {"b", "c"}), folder(2, "Rest", {"h"}), app("d"),
                        app("gone"), app("h2")});
     out.hidden = {"h", "h2"};
@@ -85,7 +85,7 @@ TEST(Grid, ShowsWhatIsInstalledNotHiddenAndLetThrough) {
     for (const Case& each : cases) {
         SCOPED_TRACE(each.when);
         World world;
-        Board start = usualBoard();
+        Board start = gridBoard();
         world.install({"a", "b", "c", "d", "h", "h2"});
         world.leaveBoard(start);
         each.given(world.start());
@@ -96,7 +96,7 @@ TEST(Grid, ShowsWhatIsInstalledNotHiddenAndLetThrough) {
 
 TEST(Grid, TheFocusFilterSurvivesARestart) {
     World world;
-    world.startWith({"a", "b", "c", "d"}, usualBoard());
+    world.startWith({"a", "b", "c", "d"}, gridBoard());
     world.model->setFocusFilter(GridFilter{.name = "Deep", .folders = {uuid(1)}});
     world.model.reset();
     world.start();
@@ -121,7 +121,7 @@ TEST(Grid, WorkspacesAreReplacedInPlaceAndSaved) {
 
 TEST(Grid, SearchFindsInstalledAppsOfTheBoardByTheNameTheUserGave) {
     World world;
-    AppModel& model = world.startWith({"a", "b", "c", "d", "h", "h2"}, usualBoard());
+    AppModel& model = world.startWith({"a", "b", "c", "d", "h", "h2"}, gridBoard());
     EXPECT_THAT(model.search("  "), ElementsAre("a", "b", "c", "h", "d", "h2"))
         << "in board order, without what is not installed";
     model.rename("c", "Photo Studio");
@@ -132,7 +132,7 @@ TEST(Grid, SearchFindsInstalledAppsOfTheBoardByTheNameTheUserGave) {
 
 TEST(Grid, NamesAreTheUsersThenTheAppsThenTheIdentifier) {
     World world;
-    AppModel& model = world.startWith({"a"}, usualBoard());
+    AppModel& model = world.startWith({"a"}, gridBoard());
     world.catalogue.knownElsewhere = {{"agent", "Update Agent"}, {"a", "unused"}};
     EXPECT_EQ(model.name("a"), "A");
     EXPECT_EQ(model.name("agent"), "agent");

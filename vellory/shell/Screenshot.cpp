@@ -21,7 +21,7 @@ namespace vellory {
 
 namespace {
 
-constexpr int patienceMilliseconds = 15'000;
+constexpr int pictureDeadlineMilliseconds = 15'000;
 
 /// Whether some picture in the scene is still to come, or some tile still on its way.
 bool isBusy(const QQuickItem& item) {
@@ -41,7 +41,7 @@ bool isBusy(const QQuickItem& item) {
 /// Lets events run until `done`, or until patience ends.
 template <class Condition>
 bool waitFor(Condition done) {
-    const QDeadlineTimer deadline(patienceMilliseconds);
+    const QDeadlineTimer deadline(pictureDeadlineMilliseconds);
     while (!done()) {
         if (deadline.hasExpired()) {
             return false;

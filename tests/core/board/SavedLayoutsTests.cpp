@@ -15,14 +15,14 @@ using test::folder;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const Text::Collator english("en_US");
+const Text::Collator american("en_US");
 
 TEST(SavedLayouts, BoardIsSavedReplacedAndRemovedByItsName) {
     const TemporaryFolder home;
     const SavedLayouts layouts(home.path() / "new" / "SavedLayouts");
     EXPECT_EQ(layouts.load("Work"), std::nullopt);
     EXPECT_TRUE(layouts.remove("Work")); // missing is no error
-    EXPECT_THAT(layouts.names(english), IsEmpty());
+    EXPECT_THAT(layouts.names(american), IsEmpty());
 
     Board first = board({app("a"), folder(1, "Games", {"b", "c"})});
     first.hidden = {"d"};
@@ -51,7 +51,7 @@ TEST(SavedLayouts, NamesAreListedAsADesktopListsThem) {
     home.write("tab\t.json", "{}");
     home.write("bad\xff.json", "{}");
     std::filesystem::create_directory(home.path() / "folder.json");
-    EXPECT_THAT(layouts.names(english),
+    EXPECT_THAT(layouts.names(american),
                 ElementsAre(".hidden", "Éclair", "eclipse", "work", "Work 2", "work 10", "zebra"));
 }
 
@@ -101,7 +101,7 @@ TEST(SavedLayouts, AnyNameCanBeSavedLoadedAndStaysInTheFolder) {
     }
     EXPECT_THAT(test::namesIn(home.path()), ElementsAre("SavedLayouts"));
     // All different, also the two long ones; what is listed can be loaded.
-    const auto listed = layouts.names(english);
+    const auto listed = layouts.names(american);
     EXPECT_EQ(listed.size(), std::size(names));
     for (const std::string& name : listed) {
         EXPECT_TRUE(layouts.load(name)) << name;

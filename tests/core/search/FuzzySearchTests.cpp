@@ -11,7 +11,7 @@ using testing::IsEmpty;
 using testing::Optional;
 
 /// Whether `query` lists `first` before `second`, whichever is given first.
-bool preferred(std::string_view query, const std::string& first, const std::string& second) {
+bool ranksBefore(std::string_view query, const std::string& first, const std::string& second) {
     const auto same = [](const std::string& name) { return name; };
     const auto leads = [&](const std::vector<std::string>& names) {
         const auto ranked = FuzzySearch::rank(names, query, same);
@@ -90,17 +90,17 @@ TEST(FuzzySearch, TiersAndWhatTheyDeduct) {
 }
 
 TEST(FuzzySearch, PeopleFindWhatTheyTyped) {
-    EXPECT_TRUE(preferred("mail", "Mail", "Mailbox"));
-    EXPECT_TRUE(preferred("mail", "Mailbox", "Fast Mail"));
-    EXPECT_TRUE(preferred("ps", "Photo Studio", "Maps"));
-    EXPECT_TRUE(preferred("code", "XY Code", "Some Longer Name With Code"));
-    EXPECT_TRUE(preferred("code", "Some Longer Name With Code", "Xcode"));
-    EXPECT_TRUE(preferred("ff", "FileFinder", "Off"));
-    EXPECT_TRUE(preferred("off", "Office Suite", "Takeoff"));
-    EXPECT_TRUE(preferred("term", "Terminal", "Text Editor Manual"));
-    EXPECT_TRUE(preferred("studi", "Studio", "Stidio"));
-    EXPECT_TRUE(preferred("findr", "Finder", "Fender"));
-    EXPECT_TRUE(preferred("safari", "Safari", "Sfaari"));
+    EXPECT_TRUE(ranksBefore("mail", "Mail", "Mailbox"));
+    EXPECT_TRUE(ranksBefore("mail", "Mailbox", "Fast Mail"));
+    EXPECT_TRUE(ranksBefore("ps", "Photo Studio", "Maps"));
+    EXPECT_TRUE(ranksBefore("code", "XY Code", "Some Longer Name With Code"));
+    EXPECT_TRUE(ranksBefore("code", "Some Longer Name With Code", "Xcode"));
+    EXPECT_TRUE(ranksBefore("ff", "FileFinder", "Off"));
+    EXPECT_TRUE(ranksBefore("off", "Office Suite", "Takeoff"));
+    EXPECT_TRUE(ranksBefore("term", "Terminal", "Text Editor Manual"));
+    EXPECT_TRUE(ranksBefore("studi", "Studio", "Stidio"));
+    EXPECT_TRUE(ranksBefore("findr", "Finder", "Fender"));
+    EXPECT_TRUE(ranksBefore("safari", "Safari", "Sfaari"));
 }
 
 TEST(FuzzySearch, RankDropsWhatDoesNotMatchAndKeepsTheGivenOrderAmongEquals) {

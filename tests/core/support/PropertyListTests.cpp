@@ -10,7 +10,6 @@
 namespace vellory {
 namespace {
 
-using PropertyList::Error;
 using test::BinaryPlist;
 
 PropertyList::Value text(std::string_view value) {
@@ -87,7 +86,7 @@ TEST(PropertyList, NestingIsBoundedInBothForms) {
           xml(100'000, "<array><!-- </array> -->", ""), xml(100'000, "<array x='/>'>", ""),
           "<plist>" + repeated("<array>", 100'000), binary(100'000, false),
           binary(100'000, true)}) {
-        EXPECT_EQ(PropertyList::parse(deep), std::unexpected(Error::tooLarge)) << deep.size();
+        EXPECT_EQ(PropertyList::parse(deep), std::unexpected(PropertyList::Error::tooLarge)) << deep.size();
     }
 }
 
@@ -103,18 +102,18 @@ TEST(PropertyList, ClosingTagsInCommentsDoNotHideNesting) {
 TEST(PropertyList, ValuesThatHoldThemselvesAreRefused) {
     BinaryPlist itself;
     itself.addArray({0});
-    EXPECT_EQ(PropertyList::parse(itself.bytes(0)), std::unexpected(Error::malformed));
+    EXPECT_EQ(PropertyList::parse(itself.bytes(0)), std::unexpected(PropertyList::Error::malformed));
 
     BinaryPlist each;
     each.addArray({1});
     each.addDictionary({{2, 0}});
     each.addText("k");
-    EXPECT_EQ(PropertyList::parse(each.bytes(0)), std::unexpected(Error::malformed));
+    EXPECT_EQ(PropertyList::parse(each.bytes(0)), std::unexpected(PropertyList::Error::malformed));
 
     BinaryPlist asKey; // as the key of its own dictionary
     asKey.addDictionary({{0, 1}});
     asKey.addText("v");
-    EXPECT_EQ(PropertyList::parse(asKey.bytes(0)), std::unexpected(Error::malformed));
+    EXPECT_EQ(PropertyList::parse(asKey.bytes(0)), std::unexpected(PropertyList::Error::malformed));
 }
 
 TEST(PropertyList, SharedValuesCountWhereverTheyOccur) {
@@ -123,13 +122,13 @@ TEST(PropertyList, SharedValuesCountWhereverTheyOccur) {
     for (int i = 0; i < 40; ++i) {
         inner = bomb.addArray(std::vector(10, inner));
     }
-    EXPECT_EQ(PropertyList::parse(bomb.bytes(inner)), std::unexpected(Error::tooLarge));
+    EXPECT_EQ(PropertyList::parse(bomb.bytes(inner)), std::unexpected(PropertyList::Error::tooLarge));
 
     // One large text under many names: the values are few, the bytes are not.
     BinaryPlist heavy;
     const auto large = heavy.addText(std::string(1'000'000, 'x'));
     const auto top = heavy.addArray(std::vector(1'000, large));
-    EXPECT_EQ(PropertyList::parse(heavy.bytes(top)), std::unexpected(Error::tooLarge));
+    EXPECT_EQ(PropertyList::parse(heavy.bytes(top)), std::unexpected(PropertyList::Error::tooLarge));
 }
 
 TEST(PropertyList, EntitiesAreNeitherExpandedNorFetched) {
@@ -138,7 +137,7 @@ TEST(PropertyList, EntitiesAreNeitherExpandedNorFetched) {
           "<!ENTITY % p \"x\"><!ENTITY a \"y\">"}) {
         EXPECT_EQ(PropertyList::parse("<!DOCTYPE plist [" + std::string(declared) +
                                       "]><plist version=\"1.0\"><string>&a;</string></plist>"),
-                  std::unexpected(Error::malformed))
+                  std::unexpected(PropertyList::Error::malformed))
             << declared;
     }
 }
@@ -185,7 +184,7 @@ TEST(PropertyList, NumbersAndDatesInXmlAreReadStrictly) {
           "<dict><key>k</key></dict>", "<dict><true/></dict>",
           "<dict><key>k</key><key>l</key><true/></dict>", "<string>a<true/></string>",
           "<plist><true/></plist>"}) {
-        EXPECT_EQ(PropertyList::parse(plist(bad)), std::unexpected(Error::malformed)) << bad;
+        EXPECT_EQ(PropertyList::parse(plist(bad)), std::unexpected(PropertyList::Error::malformed)) << bad;
     }
 }
 
@@ -208,7 +207,7 @@ TEST(PropertyList, DamagedListsAreRefused) {
           hugeCount.bytes(0), hugeText.bytes(0), badOffset, std::string("no property list"),
           std::string("{ a = b; }"), std::string("<plist><dict><key>"),
           std::string("<plist version=\"1.0\"><array><string>a"), std::string("<html></html>")}) {
-        EXPECT_EQ(PropertyList::parse(bad), std::unexpected(Error::malformed)) << bad.substr(0, 40);
+        EXPECT_EQ(PropertyList::parse(bad), std::unexpected(PropertyList::Error::malformed)) << bad.substr(0, 40);
     }
     const auto parsed = PropertyList::parse(keyless.bytes(holder));
     EXPECT_TRUE(!parsed || parsed->dictionary() != nullptr);
@@ -216,13 +215,13 @@ TEST(PropertyList, DamagedListsAreRefused) {
 
 TEST(PropertyList, LimitsAreThoseOfTheCaller) {
     EXPECT_EQ(PropertyList::parse(plist("<true/>"), {.bytes = 10}),
-              std::unexpected(Error::tooLarge));
+              std::unexpected(PropertyList::Error::tooLarge));
     EXPECT_EQ(PropertyList::parse(plist("<array><true/><true/></array>"), {.values = 2}),
-              std::unexpected(Error::tooLarge));
+              std::unexpected(PropertyList::Error::tooLarge));
     EXPECT_TRUE(PropertyList::parse(plist("<array><true/><true/></array>"), {.values = 3}));
     EXPECT_TRUE(PropertyList::parse(plist("<array><dict/></array>"), {.depth = 2}));
     EXPECT_EQ(PropertyList::parse(plist("<array><dict/></array>"), {.depth = 1}),
-              std::unexpected(Error::tooLarge));
+              std::unexpected(PropertyList::Error::tooLarge));
 }
 
 TEST(PropertyList, EveryTruncationIsRefused) {

@@ -17,13 +17,13 @@ namespace fs = std::filesystem;
 namespace {
 
 /// Folders within a root; also what ends a symbolic link to a folder above itself.
-constexpr int maxDepth = 6;
+constexpr int maxFolderDepth = 6;
 constexpr std::size_t maxEntries = 20'000;
 /// Categories or types of one entry; office suites open about a hundred types.
 constexpr std::size_t maxListed = 500;
 /// Bytes looked at of one text; keywords of an honest entry stay below.
 constexpr std::size_t maxText = 2000;
-constexpr std::string_view suffix = ".desktop";
+constexpr std::string_view entrySuffix = ".desktop";
 
 struct Found {
     BundleID id;
@@ -54,7 +54,7 @@ void collect(const fs::path& folder, const std::string& prefix, int depth,
             continue;
         }
         std::error_code ignored;
-        if (name.ends_with(suffix) && name.size() > suffix.size()) {
+        if (name.ends_with(entrySuffix) && name.size() > entrySuffix.size()) {
             files.push_back(std::move(name));
         } else if (!name.starts_with('.') && entry->is_directory(ignored)) {
             folders.push_back(std::move(name));
@@ -66,10 +66,10 @@ void collect(const fs::path& folder, const std::string& prefix, int depth,
     std::ranges::sort(files);
     std::ranges::sort(folders);
     for (const std::string& name : files) {
-        out.push_back({prefix + name.substr(0, name.size() - suffix.size()), folder / name});
+        out.push_back({prefix + name.substr(0, name.size() - entrySuffix.size()), folder / name});
     }
     for (const std::string& name : folders) {
-        if (depth < maxDepth) {
+        if (depth < maxFolderDepth) {
             collect(folder / name, prefix + name + '-', depth + 1, out);
         }
     }

@@ -24,7 +24,7 @@ struct Header {
 };
 
 constexpr std::size_t maxSide = 4096;
-constexpr std::string_view suffix = ".icon";
+constexpr std::string_view iconSuffix = ".icon";
 
 /// Tells damage by a broken disk or program; no protection against anybody.
 std::uint64_t checksum(const std::vector<std::uint32_t>& pixels) {
@@ -52,7 +52,7 @@ std::optional<std::string> IconCache::key(const fs::path& source, int pixels) {
 }
 
 fs::path IconCache::fileOf(const std::string& key) const {
-    return folder_ / (key + std::string(suffix));
+    return folder_ / (key + std::string(iconSuffix));
 }
 
 std::optional<Image> IconCache::read(const std::string& key) const {
@@ -109,7 +109,7 @@ void IconCache::makeRoom(std::uint64_t added) {
     for (fs::directory_iterator entry(folder_, error), end; !error && entry != end;
          entry.increment(error)) {
         std::error_code ignored;
-        if (entry->path().extension() == suffix) {
+        if (entry->path().extension() == iconSuffix) {
             entries.push_back(
                 {entry->last_write_time(ignored), entry->file_size(ignored), entry->path()});
             total += entries.back().size;

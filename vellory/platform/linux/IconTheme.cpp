@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t maxIndexBytes = 1024 * 1024;
 constexpr std::size_t maxDirectories = 4096;
-constexpr int maxDepth = 16;
+constexpr int maxParents = 16;
 constexpr const char* group = "Icon Theme";
 
 // In this order for icons of one name in one folder: what can be drawn at any size comes first.
@@ -143,7 +143,7 @@ void IconTheme::readAll() {
 }
 
 void IconTheme::readTheme(const std::string& name, int depth) {
-    if (!staysBelow(name) || themes_.contains(name) || depth > maxDepth) {
+    if (!staysBelow(name) || themes_.contains(name) || depth > maxParents) {
         return;
     }
     Theme& theme = themes_[name];

@@ -12,7 +12,8 @@ namespace vellory {
 
 namespace {
 
-std::vector<std::string> split(std::string_view text, char separator) {
+/// The folders in a list such as $PATH.
+std::vector<std::string> searchPath(std::string_view text, char separator) {
     std::vector<std::string> parts;
     for (const auto part : std::views::split(text, separator)) {
         if (!part.empty()) {
@@ -77,7 +78,7 @@ std::filesystem::path SessionEnvironment::cacheHome() const {
 std::vector<std::filesystem::path> SessionEnvironment::dataDirs() const {
     std::vector<std::filesystem::path> folders;
     for (const auto& folder :
-         split(value("XDG_DATA_DIRS").value_or("/usr/local/share:/usr/share"), ':')) {
+         searchPath(value("XDG_DATA_DIRS").value_or("/usr/local/share:/usr/share"), ':')) {
         if (folder.starts_with('/')) {
             folders.emplace_back(folder);
         }
@@ -86,7 +87,7 @@ std::vector<std::filesystem::path> SessionEnvironment::dataDirs() const {
 }
 
 std::vector<std::string> SessionEnvironment::desktopNames() const {
-    return split(value("XDG_CURRENT_DESKTOP").value_or(""), ':');
+    return searchPath(value("XDG_CURRENT_DESKTOP").value_or(""), ':');
 }
 
 std::optional<std::string> SessionEnvironment::busAddress() const {
