@@ -26,7 +26,7 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-constexpr int deadlineMilliseconds = 30'000;
+constexpr int programDeadlineMilliseconds = 30'000;
 
 /// A program that runs beside the test, with what it says on its standard output and error.
 class Process {
@@ -70,7 +70,7 @@ class Process {
             }
             pollfd waiting{output_, POLLIN, 0};
             char bytes[4096];
-            const ssize_t got = ::poll(&waiting, 1, deadlineMilliseconds) > 0
+            const ssize_t got = ::poll(&waiting, 1, programDeadlineMilliseconds) > 0
                                     ? ::read(output_, bytes, sizeof bytes)
                                     : 0;
             if (got <= 0) {

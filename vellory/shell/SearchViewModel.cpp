@@ -85,7 +85,7 @@ QString SearchViewModel::marked(const std::string& name) const {
 
 void SearchViewModel::activate(const QString& cellId, bool newWindow) {
     if (const auto cell = results().cellWith(cellId.toStdString())) {
-        state_.search().setHighlight(*cell);
+        state_.search().setHighlight(cell);
         state_.activateHighlighted(newWindow);
     }
 }
