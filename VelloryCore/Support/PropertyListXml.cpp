@@ -110,10 +110,11 @@ class XmlReader {
             static_cast<XmlReader*>(self)->text_.append(text, static_cast<std::size_t>(size));
         });
         // Property lists declare no entities; what does is out to grow.
-        XML_SetEntityDeclHandler(
-            parser_.get(),
-            [](void* self, const char*, int, const char*, int, const char*, const char*,
-               const char*, const char*) { static_cast<XmlReader*>(self)->fail(Error::malformed); });
+        XML_SetEntityDeclHandler(parser_.get(),
+                                 [](void* self, const char*, int, const char*, int, const char*,
+                                    const char*, const char*, const char*) {
+                                     static_cast<XmlReader*>(self)->fail(Error::malformed);
+                                 });
     }
 
     std::expected<Value, Error> read(std::string_view bytes) {

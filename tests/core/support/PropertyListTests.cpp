@@ -86,7 +86,8 @@ TEST(PropertyList, NestingIsBoundedInBothForms) {
           xml(100'000, "<array><!-- </array> -->", ""), xml(100'000, "<array x='/>'>", ""),
           "<plist>" + repeated("<array>", 100'000), binary(100'000, false),
           binary(100'000, true)}) {
-        EXPECT_EQ(PropertyList::parse(deep), std::unexpected(PropertyList::Error::tooLarge)) << deep.size();
+        EXPECT_EQ(PropertyList::parse(deep), std::unexpected(PropertyList::Error::tooLarge))
+            << deep.size();
     }
 }
 
@@ -102,7 +103,8 @@ TEST(PropertyList, ClosingTagsInCommentsDoNotHideNesting) {
 TEST(PropertyList, ValuesThatHoldThemselvesAreRefused) {
     BinaryPlist itself;
     itself.addArray({0});
-    EXPECT_EQ(PropertyList::parse(itself.bytes(0)), std::unexpected(PropertyList::Error::malformed));
+    EXPECT_EQ(PropertyList::parse(itself.bytes(0)),
+              std::unexpected(PropertyList::Error::malformed));
 
     BinaryPlist each;
     each.addArray({1});
@@ -122,13 +124,15 @@ TEST(PropertyList, SharedValuesCountWhereverTheyOccur) {
     for (int i = 0; i < 40; ++i) {
         inner = bomb.addArray(std::vector(10, inner));
     }
-    EXPECT_EQ(PropertyList::parse(bomb.bytes(inner)), std::unexpected(PropertyList::Error::tooLarge));
+    EXPECT_EQ(PropertyList::parse(bomb.bytes(inner)),
+              std::unexpected(PropertyList::Error::tooLarge));
 
     // One large text under many names: the values are few, the bytes are not.
     BinaryPlist heavy;
     const auto large = heavy.addText(std::string(1'000'000, 'x'));
     const auto top = heavy.addArray(std::vector(1'000, large));
-    EXPECT_EQ(PropertyList::parse(heavy.bytes(top)), std::unexpected(PropertyList::Error::tooLarge));
+    EXPECT_EQ(PropertyList::parse(heavy.bytes(top)),
+              std::unexpected(PropertyList::Error::tooLarge));
 }
 
 TEST(PropertyList, EntitiesAreNeitherExpandedNorFetched) {
@@ -184,7 +188,8 @@ TEST(PropertyList, NumbersAndDatesInXmlAreReadStrictly) {
           "<dict><key>k</key></dict>", "<dict><true/></dict>",
           "<dict><key>k</key><key>l</key><true/></dict>", "<string>a<true/></string>",
           "<plist><true/></plist>"}) {
-        EXPECT_EQ(PropertyList::parse(plist(bad)), std::unexpected(PropertyList::Error::malformed)) << bad;
+        EXPECT_EQ(PropertyList::parse(plist(bad)), std::unexpected(PropertyList::Error::malformed))
+            << bad;
     }
 }
 
@@ -207,7 +212,8 @@ TEST(PropertyList, DamagedListsAreRefused) {
           hugeCount.bytes(0), hugeText.bytes(0), badOffset, std::string("no property list"),
           std::string("{ a = b; }"), std::string("<plist><dict><key>"),
           std::string("<plist version=\"1.0\"><array><string>a"), std::string("<html></html>")}) {
-        EXPECT_EQ(PropertyList::parse(bad), std::unexpected(PropertyList::Error::malformed)) << bad.substr(0, 40);
+        EXPECT_EQ(PropertyList::parse(bad), std::unexpected(PropertyList::Error::malformed))
+            << bad.substr(0, 40);
     }
     const auto parsed = PropertyList::parse(keyless.bytes(holder));
     EXPECT_TRUE(!parsed || parsed->dictionary() != nullptr);
