@@ -165,6 +165,7 @@ class LauncherState : public QObject {
     void hintsModeChanged();
     void renamingChanged();
     void panelChanged();
+    void settingsRequested();
     /// The user asked for the menu of this item by the keyboard; -1 for the background's.
     void menuRequested(int index);
     void hintBufferChanged();

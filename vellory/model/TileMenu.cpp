@@ -21,6 +21,13 @@ MenuEntry entry(std::string text, std::string symbol, std::function<void()> acti
     return {.text = std::move(text), .symbol = std::move(symbol), .action = std::move(action)};
 }
 
+/// A line between groups; none where a group is empty.
+void separate(Menu& menu) {
+    if (!menu.empty() && menu.back().kind != MenuEntry::Kind::separator) {
+        menu.push_back(MenuEntry::separator());
+    }
+}
+
 MenuEntry submenu(std::string text, std::string symbol, Menu entries) {
     return {.kind = MenuEntry::Kind::submenu,
             .text = std::move(text),
@@ -37,7 +44,7 @@ Menu TileMenu::forTile(const Tile& tile) const {
 Menu TileMenu::forApp(const BundleID& id) const {
     Menu menu;
     addAppActions(id, menu);
-    menu.push_back(MenuEntry::separator());
+    separate(menu);
 
     menu.push_back(
         entry("Rename…", "pencil", [&state = state_, id] { state.beginRenaming(Tile(id).id()); }));
@@ -46,10 +53,10 @@ Menu TileMenu::forApp(const BundleID& id) const {
         menu.push_back(entry("Reset icon", "arrow.counterclockwise",
                              [&model = model_, id] { model.resetIcon(id); }));
     }
-    menu.push_back(MenuEntry::separator());
+    separate(menu);
 
     addPlacing(Tile(id), menu);
-    menu.push_back(MenuEntry::separator());
+    separate(menu);
 
     const std::vector<BundleID> selection = state_.selection();
     const bool isSelected = std::ranges::find(selection, id) != selection.end();
@@ -93,8 +100,10 @@ void TileMenu::addAppActions(const BundleID& id, Menu& menu) const {
 }
 
 void TileMenu::addPlacing(const Tile& tile, Menu& menu) const {
-    if (state_.searching()) {
-        return;
+    const auto& items = state_.currentItems();
+    const bool isOnGrid = std::ranges::find(items, tile.id(), &Tile::id) != items.end();
+    if (state_.searching() || !isOnGrid) {
+        return; // it has no place of its own there
     }
     menu.push_back(entry("Move with the keys", "arrow.left.arrow.right",
                          [&state = state_, id = tile.id()] { state.pickUp(id); }));
@@ -134,10 +143,10 @@ Menu TileMenu::forFolder(const Folder& folder) const {
     menu.push_back(entry("Rename…", "pencil",
                          [&state = state_, tileID = tile.id()] { state.beginRenaming(tileID); }));
     menu.push_back(folderStyle(folder));
-    menu.push_back(MenuEntry::separator());
+    separate(menu);
     if (state_.openFolder() != id) {
         addPlacing(tile, menu);
-        menu.push_back(MenuEntry::separator());
+        separate(menu);
     }
     menu.push_back(entry("Break up folder", "folder.badge.minus",
                          [&model = model_, id] { model.dissolveFolder(id); }));
@@ -186,14 +195,14 @@ Menu TileMenu::forBackground() const {
             "folder.badge.plus", [&state = state_, selection] { state.makeFolder(selection); }));
         menu.push_back(entry("Hide " + count + (selection.size() == 1 ? " app" : " apps"),
                              "eye.slash", [&model = model_, selection] { model.hide(selection); }));
-        menu.push_back(MenuEntry::separator());
+        separate(menu);
     }
     menu.push_back(
         entry("Sort A–Z", "textformat.abc", [&model = model_] { model.sortAlphabetically(); }));
     menu.push_back(entry("Sort by use", "chart.bar", [&model = model_] { model.sortByUse(); }));
     menu.push_back(entry("Auto folders", "folder.badge.gearshape",
                          [&model = model_] { model.autoFolders(); }));
-    menu.push_back(MenuEntry::separator());
+    separate(menu);
     menu.push_back(entry("Show hidden apps…", "eye",
                          [&state = state_] { state.setPanel(LauncherState::Panel::hiddenApps); }));
     if (model_.hasFilter()) {
@@ -205,6 +214,9 @@ Menu TileMenu::forBackground() const {
     }
     menu.push_back(entry("Layout history…", "clock.arrow.circlepath",
                          [&state = state_] { state.setPanel(LauncherState::Panel::history); }));
+    separate(menu);
+    menu.push_back(
+        entry("Settings…", "gearshape", [&state = state_] { Q_EMIT state.settingsRequested(); }));
     return menu;
 }
 

@@ -24,6 +24,8 @@ LauncherController::LauncherController(Parts parts, QObject* parent)
     connect(&suggestions_, &SuggestionsState::noticePosted, viewModel_.notices(),
             &NoticeList::post);
     connect(&parts_.state, &LauncherState::hideRequested, this, &LauncherController::hide);
+    connect(&parts_.state, &LauncherState::settingsRequested, &settings_,
+            [this] { settings_.setShown(true); });
     connect(&keyCatcher_, &KeyCatcher::caught, this,
             [this](int key, int modifiers, const QString& text) {
                 if (!suggestionsModel_.handleKey(key, modifiers, text)) {

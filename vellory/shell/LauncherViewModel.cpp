@@ -167,6 +167,10 @@ void LauncherViewModel::showMenu(const QString& tileId) {
     const auto item = std::ranges::find(items, id, &Tile::id);
     if (item != items.end()) {
         menu_.show(menus.forTile(*item));
+    } else if (const BundleID app =
+                   id.starts_with(Tile::appPrefix) ? id.substr(Tile::appPrefix.size()) : BundleID();
+               model_.app(app) != nullptr) {
+        menu_.show(menus.forTile(Tile(app))); // one of those above the grid
     } else if (tileId.isEmpty() && !state_.searching()) {
         menu_.show(menus.forBackground());
     }

@@ -55,6 +55,8 @@ Item {
             showLabel: smartRow.launcher.showLabels
             openClock: smartRow.openClock
             onActivated: newWindow => smartRow.suggestions.activate(tileId, newWindow)
+            onToggled: smartRow.suggestions.activate(tileId, true)
+            onMenuRequested: smartRow.launcher.showMenu(tileId)
         }
     }
 }
