@@ -95,6 +95,9 @@ mkdir -p docs/pictures
 picture grid.png --view grid --size 1280x800
 picture grid-light.png --view grid --light --size 1280x800
 picture folder.png --view folder --size 1280x800
+picture context-menu.png --view context-menu --size 1280x800
+picture dragging.png --view dragging --size 1280x800
+picture history.png --view history --size 1280x800
 picture search.png --view search --size 1280x800
 used
 picture smart-row.png --view smart-row --size 1280x800

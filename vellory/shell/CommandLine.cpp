@@ -86,6 +86,9 @@ std::expected<CommandLine, std::string> CommandLine::parse(const QStringList& ar
     if (parser.isSet(options.dark) || parser.isSet(options.light)) {
         out.dark = parser.isSet(options.dark);
     }
+    if (out.view == "grid-dark") {
+        out.dark = true;
+    }
     if (parser.isSet(options.apps)) {
         out.apps = pathOf(parser.value(options.apps));
     }
