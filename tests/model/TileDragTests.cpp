@@ -298,6 +298,19 @@ TEST(TileMenu, WhatIsChosenIsDone) {
     EXPECT_EQ(world.state->panel(), LauncherState::Panel::history);
 }
 
+TEST(TileMenu, WhatHasNoPlaceOnTheGridIsNeitherMovedNorRenamedInPlace) {
+    Arranging world = withFolder();
+    const Menu menu = TileMenu(*world.model, *world.state).forTile(app("x")); // in a closed folder
+    EXPECT_FALSE(choose(menu, "Rename…"));
+    EXPECT_FALSE(choose(menu, "Move to end"));
+    for (std::size_t i = 1; i < menu.size(); ++i) {
+        EXPECT_FALSE(menu[i].kind == MenuEntry::Kind::separator &&
+                     menu[i - 1].kind == menu[i].kind);
+    }
+    EXPECT_TRUE(choose(menu, "Open"));
+    EXPECT_THAT(world.runningApps.asked, ElementsAre("open x"));
+}
+
 TEST(TileMenu, OutlivesWhatItIsAbout) {
     Arranging world = withFolder();
     const TileMenu menus(*world.model, *world.state);

@@ -46,8 +46,10 @@ Menu TileMenu::forApp(const BundleID& id) const {
     addAppActions(id, menu);
     separate(menu);
 
-    menu.push_back(
-        entry("Rename…", "pencil", [&state = state_, id] { state.beginRenaming(Tile(id).id()); }));
+    if (isShown(Tile(id))) {
+        menu.push_back(entry("Rename…", "pencil",
+                             [&state = state_, id] { state.beginRenaming(Tile(id).id()); }));
+    }
     menu.push_back(entry("Choose icon…", "photo", [&model = model_, id] { model.chooseIcon(id); }));
     if (model_.board().icons.contains(id)) {
         menu.push_back(entry("Reset icon", "arrow.counterclockwise",
@@ -99,10 +101,13 @@ void TileMenu::addAppActions(const BundleID& id, Menu& menu) const {
     }
 }
 
-void TileMenu::addPlacing(const Tile& tile, Menu& menu) const {
+bool TileMenu::isShown(const Tile& tile) const {
     const auto& items = state_.currentItems();
-    const bool isOnGrid = std::ranges::find(items, tile.id(), &Tile::id) != items.end();
-    if (state_.searching() || !isOnGrid) {
+    return std::ranges::find(items, tile.id(), &Tile::id) != items.end();
+}
+
+void TileMenu::addPlacing(const Tile& tile, Menu& menu) const {
+    if (state_.searching() || !isShown(tile)) {
         return; // it has no place of its own there
     }
     menu.push_back(entry("Move with the keys", "arrow.left.arrow.right",

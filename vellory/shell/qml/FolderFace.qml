@@ -14,6 +14,9 @@ Item {
     required property int size
     property bool darkened: false
 
+    // A cover that cannot be read leaves the icons in their place.
+    readonly property bool covered: cover !== "" && coverImage.status !== Image.Error
+                                    && !(coverImage.status === Image.Ready && coverImage.implicitWidth <= 0)
     readonly property int inset: Math.round(size * 0.11)
     readonly property int gap: Math.max(2, Math.round(size * 0.05))
     readonly property int small: Math.floor((size - 2 * inset - 2 * gap) / 3)
@@ -39,9 +42,11 @@ Item {
     }
 
     Image {
+        id: coverImage
+
         anchors.fill: plate
         anchors.margins: 2
-        visible: face.cover !== ""
+        visible: face.covered
         source: face.cover
         sourceSize: Qt.size(face.size * 2, face.size * 2)
         asynchronous: true
@@ -50,7 +55,7 @@ Item {
 
     Grid {
         anchors.centerIn: parent
-        visible: face.cover === ""
+        visible: !face.covered
         width: 3 * face.small + 2 * face.gap
         height: width
         columns: 3
