@@ -9,13 +9,19 @@
 
 namespace vellory {
 
+namespace {
+
+struct FolderTint {
+    const char* id;   ///< as stored
+    const char* name; ///< as shown
+};
+
+/// In the order of the menu.
 const std::vector<FolderTint> folderTints = {
     {"red", "Red"},   {"orange", "Orange"}, {"yellow", "Yellow"}, {"green", "Green"},
     {"teal", "Teal"}, {"blue", "Blue"},     {"indigo", "Indigo"}, {"purple", "Purple"},
     {"pink", "Pink"}, {"brown", "Brown"},   {"gray", "Grey"},     {"graphite", "Graphite"},
 };
-
-namespace {
 
 MenuEntry entry(std::string text, std::string symbol, std::function<void()> action) {
     return {.text = std::move(text), .symbol = std::move(symbol), .action = std::move(action)};

@@ -34,11 +34,4 @@ class TileMenu {
     LauncherState& state_;
 };
 
-/// The tints a folder can have, in the order of the menu.
-struct FolderTint {
-    const char* id;   ///< as stored
-    const char* name; ///< as shown
-};
-extern const std::vector<FolderTint> folderTints;
-
 } // namespace vellory

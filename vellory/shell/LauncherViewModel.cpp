@@ -19,6 +19,7 @@ LauncherViewModel::LauncherViewModel(AppModel& model, LauncherState& state,
     : QObject(parent), model_(model), state_(state), iconSources_(std::move(iconSources)),
       search_(model, state), restriction_(model, state), drag_(state), history_(model) {
     connect(&search_, &SearchViewModel::noticePosted, &notices_, &NoticeList::post);
+    connect(&model_, &AppModel::visibleTilesChanged, this, &LauncherViewModel::updateIconSources);
     connect(&model_, &AppModel::visibleTilesChanged, this, &LauncherViewModel::scheduleUpdate);
     // At once: whoever shows a new app asks for its icon in the same turn.
     connect(&model_, &AppModel::appsChanged, this, &LauncherViewModel::updateIconSources);
@@ -64,6 +65,7 @@ LauncherViewModel::LauncherViewModel(AppModel& model, LauncherState& state,
     // Others make room under the pointer in the same frame.
     connect(&drag_, &TileDragViewModel::changed, this, &LauncherViewModel::updateLists);
     connect(&model_, &AppModel::visibleTilesChanged, this, &LauncherViewModel::hiddenAppsChanged);
+    updateIconSources();
     updateLists();
 }
 
@@ -307,7 +309,6 @@ void LauncherViewModel::scheduleUpdate() {
 
 void LauncherViewModel::updateLists() {
     updateScheduled_ = false;
-    updateIconSources();
     const TileDrag& drag = state_.drag();
     const bool arrangesGrid = drag.isActive() && !drag.isInFolder();
     tiles_.setItems(items(arrangesGrid ? drag.arranged() : model_.visibleTiles()));
