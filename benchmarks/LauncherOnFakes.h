@@ -71,7 +71,7 @@ inline void pause(int milliseconds) {
 
 /// The launcher on a machine of fakes, with a support folder of its own. Fill `catalogue`, then
 /// `start`.
-class LauncherOnFakes {
+class LauncherOnFakes : public test::FakePorts {
   public:
     LauncherOnFakes() { defaults.set("hasSeenWelcome", true); }
     ~LauncherOnFakes() {
@@ -89,29 +89,11 @@ class LauncherOnFakes {
         pause(1500);
     }
     void start() {
-        model = std::make_unique<AppModel>(Ports{.catalogue = catalogue,
-                                                 .runningApps = runningApps,
-                                                 .desktop = desktop,
-                                                 .metadata = metadata,
-                                                 .folderWatcher = folderWatcher,
-                                                 .imageChooser = imageChooser,
-                                                 .clock = clock,
-                                                 .scheduler = scheduler,
-                                                 .defaults = defaults},
-                                           Environment{.paths = VelloryPaths(folder_)});
+        model = std::make_unique<AppModel>(ports(), Environment{.paths = VelloryPaths(folder_)});
         model->start();
         state = std::make_unique<LauncherState>(*model);
     }
 
-    test::FakeAppCatalogue catalogue;
-    test::FakeRunningApps runningApps;
-    test::FakeDesktop desktop;
-    test::FakeMetadata metadata;
-    test::FakeFolderWatcher folderWatcher;
-    test::FakeImageChooser imageChooser;
-    test::FakeClock clock;
-    test::FakeScheduler scheduler{clock};
-    MemoryDefaults defaults;
     DrawnIcons icons;
     std::unique_ptr<AppModel> model;
     std::unique_ptr<LauncherState> state;

@@ -17,7 +17,7 @@ namespace vellory::test {
 namespace {
 
 /// A started model with so many apps and the launches of the last hundred days.
-struct Machine {
+struct Machine : FakePorts {
     explicit Machine(std::int64_t apps, std::int64_t launches) {
         const VelloryPaths paths(folder.path());
         LaunchLog log;
@@ -34,22 +34,11 @@ struct Machine {
             catalogue.install("app" + std::to_string(i), "App " + std::to_string(i));
         }
         model = std::make_unique<AppModel>(
-            Ports{catalogue, runningApps, desktop, metadata, folderWatcher, imageChooser, clock,
-                  scheduler, defaults},
-            Environment{.paths = paths, .calendar = Calendar("Europe/Stockholm")});
+            ports(), Environment{.paths = paths, .calendar = Calendar("Europe/Stockholm")});
         model->start();
     }
 
     TemporaryFolder folder;
-    FakeAppCatalogue catalogue;
-    FakeRunningApps runningApps;
-    FakeDesktop desktop;
-    FakeMetadata metadata;
-    FakeFolderWatcher folderWatcher;
-    FakeImageChooser imageChooser;
-    FakeClock clock;
-    FakeScheduler scheduler{clock};
-    MemoryDefaults defaults;
     std::unique_ptr<AppModel> model;
 };
 

@@ -145,9 +145,13 @@ void DesktopSession::stop(pid_t& pid) {
 }
 
 void DesktopSession::startServer() {
+    // A number that no session beside this one gets, also not once this server has stopped.
+    constexpr int firstNumber = 1000;
+    constexpr int numbers = 50000;
     Pipe ready;
-    server_ = start({"Xvfb", "-displayfd", std::to_string(ready.ends[1]), "-screen", "0",
-                     "1280x800x24", "-nolisten", "tcp", "-noreset"});
+    server_ = start({"Xvfb", ":" + std::to_string(firstNumber + getpid() % numbers), "-displayfd",
+                     std::to_string(ready.ends[1]), "-screen", "0", "1280x800x24", "-nolisten",
+                     "tcp", "-noreset"});
     setenv("DISPLAY", (":" + ready.line()).c_str(), 1);
 }
 

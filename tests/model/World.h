@@ -7,7 +7,6 @@
 #include <utility>
 #include <vector>
 
-#include "Support/UserDefaults.h"
 #include "model/AppModel.h"
 #include "support/Boards.h"
 #include "support/FakePorts.h"
@@ -17,18 +16,8 @@ namespace vellory::test {
 
 /// A machine with a launcher: fakes for every port, a support folder of its own, and the notices
 /// that the user saw.
-struct World {
+struct World : FakePorts {
     TemporaryFolder folder;
-    FakeAppCatalogue catalogue;
-    FakeRunningApps runningApps;
-    FakeDesktop desktop;
-    FakeMetadata metadata;
-    FakeFolderWatcher folderWatcher;
-    FakeImageChooser imageChooser;
-    FakeClock clock;
-    FakeScheduler scheduler{clock};
-    MemoryDefaults defaults;
-
     std::unique_ptr<AppModel> model;
     std::vector<Notice> notices;
     int welcomes = 0;
@@ -54,15 +43,12 @@ struct World {
     }
 
     AppModel& make() {
-        model = std::make_unique<AppModel>(Ports{catalogue, runningApps, desktop, metadata,
-                                                 folderWatcher, imageChooser, clock, scheduler,
-                                                 defaults},
-                                           Environment{.paths = paths(),
-                                                       .locale = "en_US",
-                                                       .newID = counting(1000),
-                                                       .ownID = "com.quorvel.vellory",
-                                                       .desktopApps = {"org.files"},
-                                                       .calendar = Calendar("UTC")});
+        model = std::make_unique<AppModel>(ports(), Environment{.paths = paths(),
+                                                                .locale = "en_US",
+                                                                .newID = counting(1000),
+                                                                .ownID = "com.quorvel.vellory",
+                                                                .desktopApps = {"org.files"},
+                                                                .calendar = Calendar("UTC")});
         QObject::connect(model.get(), &AppModel::noticePosted,
                          [this](const Notice& notice) { notices.push_back(notice); });
         QObject::connect(model.get(), &AppModel::welcomeRequested, [this] { ++welcomes; });

@@ -7,17 +7,25 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "Support/UserDefaults.h"
+#include "model/Ports.h"
 #include "platform/AppCatalogue.h"
 #include "platform/Desktop.h"
+#include "platform/Displays.h"
+#include "platform/FocusSource.h"
 #include "platform/FolderWatcher.h"
+#include "platform/HotKeys.h"
 #include "platform/ImageChooser.h"
 #include "platform/Metadata.h"
 #include "platform/RunningApps.h"
 #include "platform/Scheduler.h"
+#include "platform/WindowPlacer.h"
 
 // The platform in memory: it does what a test sets up and records what it was asked.
 namespace vellory::test {
@@ -74,8 +82,8 @@ class FakeAppCatalogue final : public AppCatalogue {
 class FakeRunningApps final : public RunningApps {
   public:
     std::vector<RunningApp> apps;
-    /// What was asked, such as "open org.mail", "new org.mail", "compose org.mail", "hide
-    /// org.mail".
+    /// What was asked, such as "open org.mail", "new org.mail", "start org.mail" (in the
+    /// background), "compose org.mail", "hide org.mail".
     std::vector<std::string> asked;
     /// What waits to be told how a start went, oldest first.
     std::vector<Completion> completions;
@@ -92,7 +100,10 @@ class FakeRunningApps final : public RunningApps {
 
     std::vector<RunningApp> list() const override { return apps; }
     void open(const InstalledApp& app, Open mode, Completion completion) override {
-        asked.push_back((mode == Open::newInstance ? "new " : "open ") + app.bundleID);
+        static const std::map<Open, std::string> verbs{{Open::bringForward, "open "},
+                                                       {Open::newInstance, "new "},
+                                                       {Open::inBackground, "start "}};
+        asked.push_back(verbs.at(mode) + app.bundleID);
         completions.push_back(std::move(completion));
     }
     void perform(const InstalledApp& app, const std::string& action,
@@ -122,10 +133,107 @@ class FakeDesktop final : public Desktop {
   public:
     std::vector<ActivationPolicy> policies;
     std::map<BundleID, std::string> badgeTexts;
+    /// What was asked, such as "link https://a.example", "file /home/me/notes", "sound Glass".
+    std::vector<std::string> asked;
+    std::vector<std::string> folders; ///< open in the file manager
+    std::vector<std::string> tabs;    ///< open in browsers
 
     void setActivationPolicy(ActivationPolicy policy) override { policies.push_back(policy); }
     std::optional<Image> backdrop(const Area&) const override { return std::nullopt; }
     std::map<BundleID, std::string> badges() const override { return badgeTexts; }
+    bool openLink(const std::string& link) override {
+        asked.push_back("link " + link);
+        return true;
+    }
+    bool openFile(const std::filesystem::path& file) override {
+        asked.push_back("file " + file.string());
+        return true;
+    }
+    void playSound(const std::string& name) override { asked.push_back("sound " + name); }
+    std::vector<std::string> openFolders() const override { return folders; }
+    std::vector<std::string> openTabs() const override { return tabs; }
+};
+
+class FakeWindowPlacer final : public WindowPlacer {
+  public:
+    bool trusted = true;
+    std::vector<bool> trustAsked; ///< whether each question was with a prompt
+    std::map<BundleID, std::vector<Window>> windowsOf;
+    /// Windows that do not take a frame, such as one that hangs.
+    std::set<WindowID> stuck;
+    /// What was done, such as "3 -> 10 20 300 200" and "raise 3".
+    std::vector<std::string> asked;
+    int readings = 0;
+
+    bool isTrusted(bool prompt) override {
+        trustAsked.push_back(prompt);
+        return trusted;
+    }
+    std::vector<std::vector<Window>> windows(const std::vector<RunningApp>& apps) override {
+        ++readings;
+        std::vector<std::vector<Window>> all;
+        for (const RunningApp& app : apps) {
+            all.push_back(windowsOf[app.bundleID]);
+        }
+        return all;
+    }
+    bool setFrame(WindowID window, const Workspace::Rect& frame) override {
+        std::ostringstream line;
+        line << window << " -> " << frame.x << ' ' << frame.y << ' ' << frame.width << ' '
+             << frame.height;
+        asked.push_back(line.str());
+        return !stuck.contains(window);
+    }
+    bool raise(WindowID window) override {
+        asked.push_back("raise " + std::to_string(window));
+        return true;
+    }
+};
+
+class FakeDisplays final : public Displays {
+  public:
+    std::vector<Display> connected{{"Built-in Display", {0, 0, 1440, 900}}};
+    std::function<void()> changed;
+
+    /// Connects a display at the right of the others and tells so.
+    void connect(const std::string& name) {
+        const double x = static_cast<double>(connected.size()) * 1440;
+        connected.push_back({name, {x, 0, 1440, 900}});
+        changed();
+    }
+    void disconnect(const std::string& name) {
+        std::erase_if(connected, [&](const Display& display) { return display.name == name; });
+        changed();
+    }
+
+    std::vector<Display> list() const override { return connected; }
+    void observe(std::function<void()> onChange) override { changed = std::move(onChange); }
+};
+
+class FakeFocusSource final : public FocusSource {
+  public:
+    bool isReadable = true;
+    std::vector<std::string> known;
+    std::optional<std::string> on;
+
+    bool canRead() override { return isReadable; }
+    std::vector<std::string> modes() override { return known; }
+    std::optional<std::string> active() override { return on; }
+};
+
+class FakeHotKeys final : public HotKeys {
+  public:
+    Shortcuts shortcuts;
+    std::set<std::string> taken; ///< names that cannot be had
+    std::function<void(const std::string&)> press;
+
+    std::set<std::string> set(const Shortcuts& next) override {
+        shortcuts = next;
+        return taken;
+    }
+    void observe(std::function<void(const std::string&)> pressed) override {
+        press = std::move(pressed);
+    }
 };
 
 class FakeMetadata final : public Metadata {
@@ -263,6 +371,39 @@ class FakeScheduler final : public Scheduler {
     std::vector<std::shared_ptr<Timer>> timers_;
     std::vector<std::function<Task()>> background_;
     std::vector<Task> finished_;
+};
+
+/// A machine made of fakes.
+struct FakePorts {
+    FakeAppCatalogue catalogue;
+    FakeRunningApps runningApps;
+    FakeWindowPlacer windowPlacer;
+    FakeDesktop desktop;
+    FakeDisplays displays;
+    FakeFocusSource focusSource;
+    FakeHotKeys hotKeys;
+    FakeMetadata metadata;
+    FakeFolderWatcher folderWatcher;
+    FakeImageChooser imageChooser;
+    FakeClock clock;
+    FakeScheduler scheduler{clock};
+    MemoryDefaults defaults;
+
+    Ports ports() {
+        return {.catalogue = catalogue,
+                .runningApps = runningApps,
+                .windowPlacer = windowPlacer,
+                .desktop = desktop,
+                .displays = displays,
+                .focusSource = focusSource,
+                .hotKeys = hotKeys,
+                .metadata = metadata,
+                .folderWatcher = folderWatcher,
+                .imageChooser = imageChooser,
+                .clock = clock,
+                .scheduler = scheduler,
+                .defaults = defaults};
+    }
 };
 
 } // namespace vellory::test

@@ -14,18 +14,26 @@ namespace vellory {
 class AppCatalogue;
 class Clock;
 class Desktop;
+class Displays;
+class FocusSource;
 class FolderWatcher;
+class HotKeys;
 class ImageChooser;
 class Metadata;
 class RunningApps;
 class Scheduler;
 class UserDefaults;
+class WindowPlacer;
 
 /// The platform as the application model sees it. All outlive the model.
 struct Ports {
     AppCatalogue& catalogue;
     RunningApps& runningApps;
+    WindowPlacer& windowPlacer;
     Desktop& desktop;
+    Displays& displays;
+    FocusSource& focusSource;
+    HotKeys& hotKeys;
     Metadata& metadata;
     FolderWatcher& folderWatcher;
     ImageChooser& imageChooser;

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <filesystem>
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "Board/InstalledApp.h"
 #include "platform/Image.h"
@@ -37,6 +39,22 @@ class Desktop {
 
     /// The badge texts that running apps ask for (such as a count of unread messages). Any thread.
     virtual std::map<BundleID, std::string> badges() const = 0;
+
+    // Handing something to the app that the user has for it; false when it is known to be in vain.
+    /// `link` is an absolute link that `Link::parseTyped` takes.
+    virtual bool openLink(const std::string& link) = 0;
+    virtual bool openFile(const std::filesystem::path& file) = 0;
+
+    /// Plays the system sound of that name, or the desktop's nearest to it. Never waits for its
+    /// end.
+    virtual void playSound(const std::string& name) = 0;
+
+    // What is open in other programs, as far as they tell; both ask them and may wait a while. Any
+    // thread.
+    /// The folders in the windows of the file manager, as absolute paths.
+    virtual std::vector<std::string> openFolders() const = 0;
+    /// The addresses of the tabs of the running browsers, unfiltered, browser by browser.
+    virtual std::vector<std::string> openTabs() const = 0;
 };
 
 } // namespace vellory

@@ -31,7 +31,10 @@ class RunningApps {
 
     enum class Open {
         bringForward, ///< an app that runs is brought to the front instead of started again
-        newInstance   ///< always a new window or instance
+        newInstance,  ///< always a new window or instance
+        /// An app that runs is shown again if it was hidden; neither it nor one that is started is
+        /// given the focus.
+        inBackground
     };
 
     struct Observer {

@@ -11,6 +11,7 @@
 #include "model/LauncherState.h"
 #include "platform/linux/EndSignals.h"
 #include "platform/linux/LinuxPlatform.h"
+#include "platform/qt/QtDisplays.h"
 #include "platform/qt/QtEventLoop.h"
 #include "platform/qt/QtFolderWatcher.h"
 #include "platform/qt/QtScheduler.h"
@@ -125,6 +126,7 @@ int run(const CommandLine& options, const char* program) {
     SystemClock clock;
     QtEventLoop loop;
     QtFolderWatcher folderWatcher;
+    QtDisplays displays;
     const LinuxPlatform::Folders folders = start.folders(options.support);
     QtSettings settings(folders.settings);
     ImageFileChooser imageChooser;
@@ -132,7 +134,11 @@ int run(const CommandLine& options, const char* program) {
 
     AppModel model({.catalogue = platform.catalogue(),
                     .runningApps = platform.runningApps(),
+                    .windowPlacer = platform.windowPlacer(),
                     .desktop = platform.desktop(),
+                    .displays = displays,
+                    .focusSource = platform.focusSource(),
+                    .hotKeys = platform.hotKeys(),
                     .metadata = platform.metadata(),
                     .folderWatcher = folderWatcher,
                     .imageChooser = imageChooser,

@@ -38,4 +38,22 @@ std::map<BundleID, std::string> LinuxDesktop::badges() const {
     return badges_->texts();
 }
 
+bool LinuxDesktop::openLink(const std::string& /*link*/) {
+    return false;
+}
+
+bool LinuxDesktop::openFile(const std::filesystem::path& /*file*/) {
+    return false;
+}
+
+void LinuxDesktop::playSound(const std::string& /*name*/) {}
+
+std::vector<std::string> LinuxDesktop::openFolders() const {
+    return {};
+}
+
+std::vector<std::string> LinuxDesktop::openTabs() const {
+    return {};
+}
+
 } // namespace vellory

@@ -24,6 +24,12 @@ class LinuxDesktop final : public Desktop {
     std::optional<Image> backdrop(const Area& display) const override;
     std::map<BundleID, std::string> badges() const override;
 
+    bool openLink(const std::string& link) override;
+    bool openFile(const std::filesystem::path& file) override;
+    void playSound(const std::string& name) override;
+    std::vector<std::string> openFolders() const override;
+    std::vector<std::string> openTabs() const override;
+
   private:
     SessionEnvironment environment_;
     ActivationPolicy policy_ = ActivationPolicy::regular;

@@ -13,8 +13,11 @@
 #include "platform/linux/LinuxAppCatalogue.h"
 #include "platform/linux/LinuxAppIcons.h"
 #include "platform/linux/LinuxDesktop.h"
+#include "platform/linux/LinuxFocusSource.h"
+#include "platform/linux/LinuxHotKeys.h"
 #include "platform/linux/LinuxMetadata.h"
 #include "platform/linux/LinuxRunningApps.h"
+#include "platform/linux/LinuxWindowPlacer.h"
 
 namespace vellory {
 
@@ -65,6 +68,9 @@ class LinuxPlatform {
     LinuxRunningApps& runningApps() { return runningApps_; }
     LinuxDesktop& desktop() { return desktop_; }
     LinuxMetadata& metadata() { return metadata_; }
+    LinuxWindowPlacer& windowPlacer() { return windowPlacer_; }
+    LinuxFocusSource& focusSource() { return focusSource_; }
+    LinuxHotKeys& hotKeys() { return hotKeys_; }
 
     /// The desktop's own shell and file manager.
     static std::set<BundleID> desktopApps();
@@ -79,6 +85,9 @@ class LinuxPlatform {
     LinuxRunningApps runningApps_;
     LinuxDesktop desktop_;
     LinuxMetadata metadata_;
+    LinuxWindowPlacer windowPlacer_;
+    LinuxFocusSource focusSource_;
+    LinuxHotKeys hotKeys_;
 };
 
 } // namespace vellory
