@@ -6,6 +6,7 @@
 #include <string>
 
 #include <unicode/basictz.h>
+#include <unicode/datefmt.h>
 #include <unicode/gregocal.h>
 #include <unicode/timezone.h>
 #include <unicode/tztrans.h>
@@ -169,6 +170,24 @@ std::optional<Date> Calendar::addingDays(Date date, int days) const {
     }
     const Date moved = date + (time - milliseconds) / 1000.0;
     return covers(moved) ? std::optional(moved) : std::nullopt;
+}
+
+std::string Calendar::text(Date date, std::string_view locale) const {
+    const auto calendar = zone_->scratch();
+    if (calendar == nullptr || !covers(date)) {
+        return "";
+    }
+    const std::unique_ptr<icu::DateFormat> format(icu::DateFormat::createDateTimeInstance(
+        icu::DateFormat::kMedium, icu::DateFormat::kShort,
+        icu::Locale::createCanonical(std::string(locale).c_str())));
+    if (format == nullptr) {
+        return "";
+    }
+    format->setTimeZone(calendar->getTimeZone());
+    icu::UnicodeString formatted;
+    std::string out;
+    format->format(toMilliseconds(date), formatted).toUTF8String(out);
+    return out;
 }
 
 } // namespace vellory

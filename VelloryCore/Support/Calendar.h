@@ -58,6 +58,10 @@ class Calendar {
     /// The stretch that holds a moment; nothing for a date that is not covered.
     std::optional<Stretch> stretch(Date date) const;
 
+    /// Date and time as people in `locale` read them, such as "Nov 21, 2026, 2:26 PM"; empty for a
+    /// date that is not covered.
+    std::string text(Date date, std::string_view locale) const;
+
     /// The same wall-clock time `days` days later (earlier when negative).
     std::optional<Date> addingDays(Date date, int days) const;
 

@@ -38,17 +38,4 @@ Workspace OpenDesk::workspace(const Uuid& id, std::string name) const {
     return out;
 }
 
-void WorkspaceList::update(std::vector<Workspace>& list, const Workspace& workspace) {
-    const auto found = std::ranges::find(list, workspace.id, &Workspace::id);
-    if (found != list.end()) {
-        *found = workspace;
-    } else {
-        list.push_back(workspace);
-    }
-}
-
-void WorkspaceList::remove(std::vector<Workspace>& list, const Uuid& id) {
-    std::erase_if(list, [&](const Workspace& workspace) { return workspace.id == id; });
-}
-
 } // namespace vellory

@@ -26,15 +26,4 @@ struct OpenDesk {
     Workspace workspace(const Uuid& id, std::string name) const;
 };
 
-/// The operations of a list of workspaces, whose order is the user's.
-namespace WorkspaceList {
-
-/// Replaces the workspace with the same identifier where it stands, else appends `workspace`.
-void update(std::vector<Workspace>& list, const Workspace& workspace);
-
-/// Removes every workspace with that identifier.
-void remove(std::vector<Workspace>& list, const Uuid& id);
-
-} // namespace WorkspaceList
-
 } // namespace vellory

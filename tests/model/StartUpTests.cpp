@@ -118,15 +118,15 @@ TEST(StartUp, AnEmptyLaunchLogIsSeededOnceWithWhenAppsWereLastUsed) {
     EXPECT_EQ(world.model->launchLog(), stored) << "a log with events is left alone";
 }
 
-TEST(StartUp, TheModelTicksOnceAMinute) {
+TEST(StartUp, TheModelTicksAsEachMinuteBegins) {
     World world;
+    world.clock.time = Date::since1970(60'000 + 20);
     world.start();
-    int ticks = 0;
-    QObject::connect(world.model.get(), &AppModel::ticked, [&] { ++ticks; });
-    world.scheduler.advance(59.9);
-    EXPECT_EQ(ticks, 0);
-    world.scheduler.advance(120.1);
-    EXPECT_EQ(ticks, 3);
+    std::vector<double> ticks;
+    QObject::connect(world.model.get(), &AppModel::ticked,
+                     [&] { ticks.push_back(world.clock.time.secondsSince1970()); });
+    world.scheduler.advance(160.5);
+    EXPECT_THAT(ticks, testing::ElementsAre(60'060, 60'120, 60'180));
 }
 
 } // namespace vellory::test

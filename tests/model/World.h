@@ -42,13 +42,13 @@ struct World : FakePorts {
         defaults.set("hasSeenWelcome", true);
     }
 
-    AppModel& make() {
+    AppModel& make(const std::string& zone = "UTC") {
         model = std::make_unique<AppModel>(ports(), Environment{.paths = paths(),
                                                                 .locale = "en_US",
                                                                 .newID = counting(1000),
                                                                 .ownID = "com.quorvel.vellory",
                                                                 .desktopApps = {"org.files"},
-                                                                .calendar = Calendar("UTC")});
+                                                                .calendar = Calendar(zone)});
         QObject::connect(model.get(), &AppModel::noticePosted,
                          [this](const Notice& notice) { notices.push_back(notice); });
         QObject::connect(model.get(), &AppModel::welcomeRequested, [this] { ++welcomes; });

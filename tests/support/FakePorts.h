@@ -67,8 +67,11 @@ class FakeAppCatalogue final : public AppCatalogue {
     std::vector<AppAction> actions(const InstalledApp& app) const override {
         return find(actionsOf, app.bundleID).value_or(std::vector<AppAction>{});
     }
-    std::optional<std::string> displayName(const BundleID& id) const override {
-        return find(knownElsewhere, id);
+    std::optional<InstalledApp> find(const BundleID& id) const override {
+        if (const auto name = find(knownElsewhere, id)) {
+            return InstalledApp{id, *name, "/elsewhere/" + id};
+        }
+        return std::nullopt;
     }
 
   private:
@@ -300,7 +303,8 @@ class FakeScheduler final : public Scheduler {
     void advance(double seconds) {
         const Date end = clock_.time + seconds;
         while (const auto timer = nextUntil(end)) {
-            clock_.time = timer->due;
+            // One that fell due while the machine slept runs late.
+            clock_.time = std::max(clock_.time, timer->due);
             if (timer->interval > 0) {
                 timer->due = timer->due + timer->interval;
             } else {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "model/AppModel.h"
 
+#include <cmath>
 #include <tuple>
 #include <unordered_set>
 #include <utility>
@@ -17,6 +18,12 @@ namespace {
 
 constexpr double tickInterval = 60.0;
 
+/// A time in which no minute begins twice, however early a timer comes.
+double untilNextMinute(Date now) {
+    const double within = std::fmod(now.secondsSince1970(), tickInterval);
+    return tickInterval - (within < 0 ? within + tickInterval : within);
+}
+
 } // namespace
 
 AppModel::AppModel(Ports ports, Environment environment, QObject* parent)
@@ -25,15 +32,53 @@ AppModel::AppModel(Ports ports, Environment environment, QObject* parent)
       document_(BoardStore(environment_.paths.layout(), environment_.paths.layoutHistory(),
                            BoardStore::defaultKeep,
                            [&clock = ports.clock] { return clock.now(); })),
-      workspaces_(environment_.paths.workspaces()), learned_(*this, ports_, environment_),
-      running_(ports), editor_(*this, document_, ports_, environment_),
+      workspaces_(environment_.paths.workspaces()),
+      workspaceCenter_(
+          {.runner = {.runningApps = ports.runningApps,
+                      .windowPlacer = ports.windowPlacer,
+                      .desktop = ports.desktop,
+                      .displays = ports.displays,
+                      .clock = ports.clock,
+                      .scheduler = ports.scheduler,
+                      .locate = [this](const BundleID& id) { return locate(id); },
+                      .post = [this](const Notice& notice) { Q_EMIT noticePosted(notice); }},
+           .workspaces = workspaces_,
+           .prefs = prefs_,
+           .protectedApps = [this] { return protectedApps(); },
+           .locale = environment_.locale,
+           .calendar = environment_.calendar,
+           .newID = environment_.newID,
+           .neverTaken = partsOfTheDesktop()}),
+      workspaceShortcuts_(workspaces_, prefs_, ports.hotKeys),
+      triggers_({.workspaces = workspaces_,
+                 .prefs = prefs_,
+                 .displays = ports.displays,
+                 .focusSource = ports.focusSource,
+                 .clock = ports.clock,
+                 .scheduler = ports.scheduler,
+                 .calendar = environment_.calendar,
+                 .locale = environment_.locale,
+                 .open = [this](const Workspace& workspace) { open(workspace, std::nullopt); }}),
+      learned_(*this, ports_, environment_), running_(ports),
+      editor_(*this, document_, ports_, environment_),
       rescanner_(ports.folderWatcher, ports.scheduler, [this] { rescan(); }),
       focusFilter_(GridFilter::load(ports.defaults)) {
     connect(&prefs_, &Prefs::changed, this, &AppModel::onPrefChanged);
     connect(&running_, &RunningTracker::runningChanged, this, &AppModel::runningChanged);
     connect(&running_, &RunningTracker::badgesChanged, this, &AppModel::badgesChanged);
-    connect(&workspaces_, &WorkspaceList::changed, this, &AppModel::refreshGrid);
+    connect(&workspaces_, &WorkspaceList::changed, this, &AppModel::onWorkspacesChanged);
     connect(&workspaces_, &WorkspaceList::activeChanged, this, &AppModel::refreshGrid);
+    connect(&workspaceCenter_, &WorkspaceCenter::sessionChanged, this,
+            [this] { setShowAllApps(false); });
+    connect(&workspaceCenter_, &WorkspaceCenter::noticePosted, this, &AppModel::noticePosted);
+    connect(&workspaceCenter_, &WorkspaceCenter::launcherHideRequested, this,
+            &AppModel::launcherHideRequested);
+    connect(&workspaceShortcuts_, &WorkspaceShortcuts::pressed, this, [this](const Uuid& id) {
+        if (const Workspace* workspace = workspaces_.find(id)) {
+            open(*workspace, std::nullopt);
+        }
+    });
+    connect(this, &AppModel::appLaunched, &workspaceCenter_, &WorkspaceCenter::appLaunched);
     connect(&editor_, &BoardEditor::noticePosted, this, &AppModel::noticePosted);
     connect(&editor_, &BoardEditor::pictureReplaced, this, &AppModel::pictureReplaced);
     connect(&document_, &BoardDocument::changed, this, [this] {
@@ -67,7 +112,9 @@ void AppModel::start() {
     watchAppFolders();
     observeApps();
     refreshBadges();
-    minuteTimer_ = ports_.scheduler.every(tickInterval, [this] { tick(); });
+    workspaceShortcuts_.apply();
+    triggers_.start();
+    scheduleTick();
     if (!prefs_.hasSeenWelcome()) {
         Q_EMIT welcomeRequested();
     }
@@ -174,7 +221,16 @@ void AppModel::onPrefChanged(const std::string& key) {
     }
 }
 
+// Timers come a little early or late, and later still after the machine slept.
+void AppModel::scheduleTick() {
+    minuteTimer_ = ports_.scheduler.after(untilNextMinute(ports_.clock.now()), [this] {
+        scheduleTick();
+        tick();
+    });
+}
+
 void AppModel::tick() {
+    triggers_.minute();
     Q_EMIT ticked();
 }
 
@@ -203,12 +259,22 @@ std::vector<InstalledApp> AppModel::installedApps() const {
     return installed;
 }
 
-std::set<BundleID> AppModel::protectedApps() const {
-    std::set<BundleID> apps = prefs_.protectedApps();
-    apps.insert(environment_.desktopApps.begin(), environment_.desktopApps.end());
+std::optional<InstalledApp> AppModel::locate(const BundleID& id) const {
+    const InstalledApp* installed = app(id);
+    return installed == nullptr ? ports_.catalogue.find(id) : std::optional(*installed);
+}
+
+std::set<BundleID> AppModel::partsOfTheDesktop() const {
+    std::set<BundleID> apps = environment_.desktopApps;
     apps.emplace(WellKnownApps::finder);
     apps.emplace(WellKnownApps::vellory);
     apps.insert(environment_.ownID);
+    return apps;
+}
+
+std::set<BundleID> AppModel::protectedApps() const {
+    std::set<BundleID> apps = prefs_.protectedApps();
+    apps.merge(partsOfTheDesktop());
     return apps;
 }
 
@@ -221,7 +287,11 @@ std::string AppModel::name(const BundleID& id) const {
 }
 
 std::string AppModel::displayName(const BundleID& id) const {
-    return app(id) == nullptr ? ports_.catalogue.displayName(id).value_or(id) : name(id);
+    if (app(id) != nullptr) {
+        return name(id);
+    }
+    const auto elsewhere = locate(id);
+    return elsewhere ? elsewhere->name : id;
 }
 
 std::vector<AppAction> AppModel::actions(const BundleID& id) const {
@@ -347,6 +417,24 @@ RunningApps::Completion AppModel::noticeOnFailure(const BundleID& id) {
             Q_EMIT self->noticePosted(Notice::error(text));
         }
     };
+}
+
+// --- Workspaces ---
+
+void AppModel::deleteWorkspace(const Uuid& id) {
+    workspaces_.remove(id);
+    workspaceShortcuts_.forget(id);
+}
+
+void AppModel::onWorkspacesChanged() {
+    refreshGrid();
+    if (!isStarted()) {
+        return;
+    }
+    Q_EMIT storedDataChanged();
+    workspaceShortcuts_.apply();
+    Q_EMIT workspaceIndexChanged();
+    learned_.habits().refresh();
 }
 
 // --- The board ---

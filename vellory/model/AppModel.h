@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -27,8 +28,11 @@
 #include "model/Prefs.h"
 #include "model/PurposeSearch.h"
 #include "model/RunningTracker.h"
+#include "model/TriggerCenter.h"
 #include "model/UsageCenter.h"
+#include "model/WorkspaceCenter.h"
 #include "model/WorkspaceList.h"
+#include "model/WorkspaceShortcuts.h"
 #include "platform/AppCatalogue.h"
 #include "platform/RunningApps.h"
 #include "platform/Scheduler.h"
@@ -60,7 +64,7 @@ class AppModel : public QObject {
     void buildKeywords();
     /// Looks for installed apps again and, when that changed anything, brings the board in step.
     void rescan();
-    /// What runs once a minute.
+    /// What runs once a minute, when a new one begins.
     void tick();
     /// Asks anew which apps run and which badges they show; the badges arrive later.
     void refreshBadges();
@@ -82,6 +86,14 @@ class AppModel : public QObject {
     const Prefs& prefs() const { return prefs_; }
     WorkspaceList& workspaces() { return workspaces_; }
     const WorkspaceList& workspaces() const { return workspaces_; }
+    /// Opens and closes them, and makes new ones.
+    WorkspaceCenter& workspaceCenter() { return workspaceCenter_; }
+    const WorkspaceCenter& workspaceCenter() const { return workspaceCenter_; }
+    WorkspaceShortcuts& workspaceShortcuts() { return workspaceShortcuts_; }
+    /// What opens them by itself.
+    TriggerCenter& triggers() { return triggers_; }
+    /// What the opening of the active workspace changed on the desk.
+    const std::optional<WorkspaceSession>& session() const { return workspaceCenter_.session(); }
     /// What is learned from how apps are used.
     UsageCenter& learned() { return learned_; }
     const UsageCenter& learned() const { return learned_; }
@@ -135,6 +147,26 @@ class AppModel : public QObject {
     void perform(const BundleID& id, const std::string& action);
     /// Opens a file with the app; false when that is known to be in vain.
     bool openFile(const BundleID& id, const std::filesystem::path& file);
+
+    // --- Workspaces ---
+
+    /// See `WorkspaceCenter::open`.
+    void open(const Workspace& workspace, std::optional<int> minutes) {
+        workspaceCenter_.open(workspace, minutes);
+    }
+    /// See `WorkspaceCenter::close`.
+    void closeWorkspace(bool silently, const std::set<BundleID>& keep = {}) {
+        workspaceCenter_.close(silently, keep);
+    }
+    /// Replaces the workspace with the same identity, or adds this one.
+    void updateWorkspace(const Workspace& workspace) { workspaces_.update(workspace); }
+    /// Its session, if it is open, goes on until it is closed.
+    void deleteWorkspace(const Uuid& id);
+    /// "New workspace from what's open": see `WorkspaceCenter::makeFromOpen`.
+    void snapshotWorkspace(WorkspaceCenter::Choices choices,
+                           std::function<void(const Workspace&)> done) {
+        workspaceCenter_.makeFromOpen(choices, std::move(done));
+    }
 
     // --- Editing the board: see `BoardEditor` ---
 
@@ -196,6 +228,12 @@ class AppModel : public QObject {
     }
     void restore(const BoardStore::Snapshot& snapshot) { editor_.restore(snapshot); }
 
+    /// Keeps the board under a name, or puts the one that was kept in its place.
+    void saveLayout(const std::string& name) { editor_.saveLayout(name); }
+    void loadSavedLayout(const std::string& name) { editor_.loadSavedLayout(name); }
+    /// The names of the saved layouts.
+    std::vector<std::string> savedLayouts() const { return editor_.savedLayouts(); }
+
     /// Writes the board; a `reason` names a step in the history. Does nothing before the board was
     /// loaded; a failure is told in a notice and the next save tries again.
     void saveBoard(const std::optional<std::string>& reason);
@@ -216,6 +254,12 @@ class AppModel : public QObject {
     void appLaunched(const std::string& id);
     void appQuit(const std::string& id);
     void ticked();
+    /// The launcher should go from the screen: the desk behind it is being set up.
+    void launcherHideRequested();
+    // After each change of the workspaces, in this order: what keeps a copy of stored data, what
+    // lists workspaces outside the program.
+    void storedDataChanged();
+    void workspaceIndexChanged();
 
   private:
     void loadBoard();
@@ -223,10 +267,16 @@ class AppModel : public QObject {
     void reconcile(const std::optional<std::string>& reason);
     void watchAppFolders();
     void observeApps();
+    void onWorkspacesChanged();
+    void scheduleTick();
     void onPrefChanged(const std::string& key);
     void refreshGrid();
     void refreshSearch();
     bool isShown(const BundleID& id) const;
+    /// The app, be it on the grid or not; nothing when the platform knows none.
+    std::optional<InstalledApp> locate(const BundleID& id) const;
+    /// The desktop's shell and file manager, and this program.
+    std::set<BundleID> partsOfTheDesktop() const;
     void open(const BundleID& id, RunningApps::Open mode);
     RunningApps::Completion noticeOnFailure(const BundleID& id);
 
@@ -236,6 +286,9 @@ class AppModel : public QObject {
     Text::Collator collator_;
     BoardDocument document_;
     WorkspaceList workspaces_;
+    WorkspaceCenter workspaceCenter_;
+    WorkspaceShortcuts workspaceShortcuts_;
+    TriggerCenter triggers_;
     UsageCenter learned_;
     RunningTracker running_;
     BoardEditor editor_;

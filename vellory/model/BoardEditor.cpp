@@ -10,6 +10,7 @@
 #include <QPointer>
 
 #include "Board/AutoFolders.h"
+#include "Board/LayoutTexts.h"
 #include "Support/Text.h"
 #include "model/AppModel.h"
 #include "model/GridContents.h"
@@ -40,7 +41,7 @@ std::string dateText(Date date, const Calendar& calendar) {
 BoardEditor::BoardEditor(const AppModel& model, BoardDocument& document, const Ports& ports,
                          const Environment& environment, QObject* parent)
     : QObject(parent), model_(model), document_(document), ports_(ports), environment_(environment),
-      icons_(environment.paths.icons()) {}
+      icons_(environment.paths.icons()), layouts_(environment.paths.savedLayouts()) {}
 
 Board BoardEditor::autoFolderBoard() const {
     return AutoFolders::boardFor(
@@ -274,6 +275,35 @@ void BoardEditor::restore(const BoardStore::Snapshot& snapshot) {
     std::ignore = earlier->reconcile(model_.installedOrder());
     commit(*std::move(earlier), "Restored " + dateText(snapshot.date, environment_.calendar),
            Notice::confirmation("Layout restored", "clock.arrow.circlepath"));
+}
+
+void BoardEditor::saveLayout(const std::string& name) {
+    const auto saved = layouts_.save(document_.board(), name);
+    Q_EMIT noticePosted(saved ? Notice::confirmation(LayoutTexts::saved(name),
+                                                     std::string(LayoutTexts::savedSymbol))
+                              : Notice::error(LayoutTexts::couldNotSave(saved.error().message())));
+}
+
+void BoardEditor::loadSavedLayout(const std::string& name) {
+    std::optional<Board> kept = layouts_.load(name);
+    if (!kept) {
+        Q_EMIT noticePosted(Notice::error(LayoutTexts::missing(name)));
+        return;
+    }
+    // A change that cannot be saved says so itself.
+    const bool isUnsaved =
+        *kept != document_.board() &&
+        document_.change(*kept, LayoutTexts::switchedTo(name)) == BoardDocument::Change::unsaved;
+    Board inStep = *std::move(kept);
+    std::ignore = inStep.reconcile(model_.installedOrder());
+    document_.change(std::move(inStep), std::nullopt);
+    if (!isUnsaved) {
+        Q_EMIT noticePosted(Notice::confirmation(LayoutTexts::switchedTo(name)));
+    }
+}
+
+std::vector<std::string> BoardEditor::savedLayouts() const {
+    return layouts_.names(model_.collator());
 }
 
 void BoardEditor::edit(const std::string& reason, const char* symbol,

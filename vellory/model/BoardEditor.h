@@ -11,6 +11,7 @@
 
 #include "Board/Board.h"
 #include "Board/BoardStore.h"
+#include "Board/SavedLayouts.h"
 #include "model/BoardDocument.h"
 #include "model/IconLibrary.h"
 #include "model/Notice.h"
@@ -64,6 +65,12 @@ class BoardEditor : public QObject {
     void sortByUse();
     void restore(const BoardStore::Snapshot& snapshot);
 
+    /// Keeps a copy of the board under a name, in place of one that had it.
+    void saveLayout(const std::string& name);
+    /// Puts a kept board in the place of this one, brought in step with the apps there are now.
+    void loadSavedLayout(const std::string& name);
+    std::vector<std::string> savedLayouts() const;
+
   Q_SIGNALS:
     void noticePosted(const vellory::Notice& notice);
     void pictureReplaced(const std::string& file);
@@ -85,6 +92,7 @@ class BoardEditor : public QObject {
     Ports ports_;
     Environment environment_;
     IconLibrary icons_;
+    SavedLayouts layouts_;
 };
 
 } // namespace vellory

@@ -178,6 +178,47 @@ void Prefs::setSmartListExcluded(const std::set<BundleID>& apps) {
     }
 }
 
+WorkspaceSession::CloseApps Prefs::closeApps() const {
+    return closeAppsFromRawValue(defaults_.string("closeApps").value_or(""))
+        .value_or(WorkspaceSession::CloseApps::quit);
+}
+
+void Prefs::setCloseApps(WorkspaceSession::CloseApps choice) {
+    if (choice != closeApps()) {
+        store("closeApps", std::string(rawValue(choice)));
+    }
+}
+
+// Stored as texts such as "<identifier>=Ctrl+Alt+W".
+std::map<std::string, std::string> Prefs::workspaceShortcuts() const {
+    std::map<std::string, std::string> shortcuts;
+    for (const std::string& entry :
+         defaults_.strings("workspaceShortcuts").value_or(std::vector<std::string>{})) {
+        if (const auto middle = entry.find('='); middle != std::string::npos) {
+            shortcuts[entry.substr(0, middle)] = entry.substr(middle + 1);
+        }
+    }
+    return shortcuts;
+}
+
+void Prefs::setWorkspaceShortcuts(const std::map<std::string, std::string>& shortcuts) {
+    if (shortcuts == workspaceShortcuts()) {
+        return;
+    }
+    std::vector<std::string> entries;
+    for (const auto& [workspace, keys] : shortcuts) {
+        entries.push_back(std::string(workspace).append("=").append(keys));
+    }
+    store("workspaceShortcuts", entries);
+}
+
+bool Prefs::readFocusDirectly() const {
+    return flag("readFocusDirectly", false);
+}
+void Prefs::setReadFocusDirectly(bool on) {
+    setFlag("readFocusDirectly", false, on);
+}
+
 bool Prefs::keepOpenAfterLaunch() const {
     return flag("keepOpenAfterLaunch", false);
 }

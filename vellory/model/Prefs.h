@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -10,6 +11,7 @@
 
 #include "Board/InstalledApp.h"
 #include "Support/UserDefaults.h"
+#include "Workspaces/WorkspaceSession.h"
 
 namespace vellory {
 
@@ -94,6 +96,19 @@ class Prefs : public QObject {
     /// Apps that the user does not want in that list.
     std::set<BundleID> smartListExcluded() const;
     void setSmartListExcluded(const std::set<BundleID>& apps);
+
+    /// What closing a workspace does with the apps that it launched. Unless set they are quit:
+    /// closing undoes what opening did.
+    WorkspaceSession::CloseApps closeApps() const;
+    void setCloseApps(WorkspaceSession::CloseApps choice);
+
+    /// The shortcut that opens a workspace, by the text of its identifier.
+    std::map<std::string, std::string> workspaceShortcuts() const;
+    void setWorkspaceShortcuts(const std::map<std::string, std::string>& shortcuts);
+
+    /// Whether the desktop's Focus is read, so that it can open workspaces. Off unless set.
+    bool readFocusDirectly() const;
+    void setReadFocusDirectly(bool on);
 
     bool keepOpenAfterLaunch() const;
     void setKeepOpenAfterLaunch(bool on);

@@ -53,9 +53,9 @@ class AppCatalogue {
     /// What else the app offers, in its own order.
     virtual std::vector<AppAction> actions(const InstalledApp& app) const = 0;
 
-    /// The name of an app that need not be among those scanned (one that hides itself from menus);
-    /// nothing when the platform knows no such app.
-    virtual std::optional<std::string> displayName(const BundleID& id) const = 0;
+    /// An app that need not be among those scanned (one that hides itself from menus); nothing when
+    /// the platform knows no such app.
+    virtual std::optional<InstalledApp> find(const BundleID& id) const = 0;
 };
 
 } // namespace vellory

@@ -24,6 +24,7 @@ LauncherController::LauncherController(Parts parts, QObject* parent)
     connect(&suggestions_, &SuggestionsState::noticePosted, viewModel_.notices(),
             &NoticeList::post);
     connect(&parts_.state, &LauncherState::hideRequested, this, &LauncherController::hide);
+    connect(&parts_.model, &AppModel::launcherHideRequested, this, &LauncherController::hide);
     connect(&parts_.state, &LauncherState::settingsRequested, &settings_,
             [this] { settings_.setShown(true); });
     connect(&keyCatcher_, &KeyCatcher::caught, this,

@@ -8,6 +8,7 @@
 #include <QTimer>
 
 #include "model/AppModel.h"
+#include "model/CommandLinks.h"
 #include "model/LauncherState.h"
 #include "platform/linux/EndSignals.h"
 #include "platform/linux/LinuxPlatform.h"
@@ -93,6 +94,27 @@ void reportTo(QTimer& settling, LauncherController& controller, const AppModel& 
     });
 }
 
+/// What links ask of the window.
+void connectLinks(const CommandLinks& links, LauncherController& controller, LauncherState& state) {
+    const auto showWith = [&](const std::string& query) {
+        controller.show();
+        state.setQuery(query);
+    };
+    QObject::connect(&links, &CommandLinks::showRequested, &controller, &LauncherController::show);
+    QObject::connect(&links, &CommandLinks::hideRequested, &controller, &LauncherController::hide);
+    QObject::connect(&links, &CommandLinks::settingsRequested, &controller, [&] {
+        controller.show();
+        Q_EMIT state.settingsRequested();
+    });
+    QObject::connect(&links, &CommandLinks::searchRequested, &controller, showWith);
+    // A question is asked by a search that begins with this mark.
+    QObject::connect(
+        &links, &CommandLinks::askRequested, &controller,
+        [showWith](const std::string& text) { showWith(std::string("?").append(text)); });
+    QObject::connect(&links, &CommandLinks::timeMachineRequested, &controller,
+                     &LauncherController::show);
+}
+
 int run(const CommandLine& options, const char* program) {
     const LinuxPlatform::Start start = LinuxPlatform::begin(options.apps);
     const std::filesystem::path socket = SingleInstance::socketIn(start.runtimeFolder());
@@ -166,6 +188,8 @@ int run(const CommandLine& options, const char* program) {
         return taken ? 0 : fail(taken.error());
     }
 
+    CommandLinks links(model, state);
+    connectLinks(links, controller, state);
     SingleInstance instance(socket);
     QObject::connect(&instance, &SingleInstance::received, &controller,
                      [&](const QString& message) {
@@ -175,6 +199,8 @@ int run(const CommandLine& options, const char* program) {
                              controller.hide();
                          } else if (message == "toggle") {
                              controller.toggle();
+                         } else {
+                             links.handle(message.toStdString());
                          }
                      });
     if (!options.support) {

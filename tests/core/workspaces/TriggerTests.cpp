@@ -168,17 +168,5 @@ TEST(OpenDesk, BecomesAWorkspaceOfAppsFoldersAndLinks) {
     EXPECT_EQ(made, expected);
 }
 
-TEST(WorkspaceList, UpdateKeepsThePlaceOfAKnownWorkspace) {
-    std::vector<Workspace> list{workspace("a"), workspace("b")};
-    Workspace renamed = list[0];
-    renamed.name = "A";
-    WorkspaceList::update(list, renamed);
-    WorkspaceList::update(list, workspace("c"));
-    EXPECT_THAT(names(list), ElementsAre("A", "b", "c"));
-    list.push_back(renamed);
-    WorkspaceList::remove(list, renamed.id);
-    EXPECT_THAT(names(list), ElementsAre("b", "c"));
-}
-
 } // namespace
 } // namespace vellory

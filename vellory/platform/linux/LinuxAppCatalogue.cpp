@@ -127,9 +127,10 @@ std::vector<AppAction> LinuxAppCatalogue::actions(const InstalledApp& app) const
     return actions;
 }
 
-std::optional<std::string> LinuxAppCatalogue::displayName(const BundleID& id) const {
+std::optional<InstalledApp> LinuxAppCatalogue::find(const BundleID& id) const {
     const DesktopEntry* entry = entries_->find(id);
-    return entry == nullptr ? std::nullopt : std::optional(entry->name);
+    return entry == nullptr ? std::nullopt
+                            : std::optional(InstalledApp{id, entry->name, Resolver()(entry->file)});
 }
 
 } // namespace vellory

@@ -25,7 +25,7 @@ class LinuxAppCatalogue final : public AppCatalogue {
     std::optional<std::string> category(const InstalledApp& app) const override;
     AppInfo info(const InstalledApp& app) const override;
     std::vector<AppAction> actions(const InstalledApp& app) const override;
-    std::optional<std::string> displayName(const BundleID& id) const override;
+    std::optional<InstalledApp> find(const BundleID& id) const override;
 
   private:
     std::shared_ptr<DesktopEntries> entries_;
