@@ -5,5 +5,5 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 git ls-files -z --cached --others --exclude-standard -- '*.h' '*.cpp' |
     xargs -0 clang-format-19 --dry-run --Werror
-shellcheck run test .ci/run tools/*.sh
+shellcheck run test .ci/run tools/*.sh vellory/model/*.sh
 echo "Format: clean"

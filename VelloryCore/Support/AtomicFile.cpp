@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
+#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -86,6 +87,43 @@ fs::path target(const fs::path& file) {
     return file;
 }
 
+/// Replaces `destination` itself; with `mode` in place of the one that it has.
+std::expected<void, std::error_code> replace(const fs::path& destination, std::string_view content,
+                                             std::optional<mode_t> mode) {
+    const fs::path folder = destination.has_parent_path() ? destination.parent_path() : ".";
+
+    // Not made of the file's own name, which may be as long as names can be.
+    std::string pattern = (folder / ".vellory.XXXXXX").string();
+    Descriptor output(::mkostemp(pattern.data(), O_CLOEXEC));
+    if (!output.isOpen()) {
+        return lastError();
+    }
+    TemporaryFile temporary(std::move(pattern));
+
+    struct stat existing{};
+    if (!mode && ::stat(destination.c_str(), &existing) == 0) {
+        mode = existing.st_mode & 07777U;
+    }
+    if (mode && ::fchmod(output.get(), *mode) != 0) {
+        return lastError();
+    }
+    if (!writeAll(output.get(), content) || ::fsync(output.get()) != 0 || !output.close()) {
+        return lastError();
+    }
+    if (::rename(temporary.path().c_str(), destination.c_str()) != 0) {
+        return lastError();
+    }
+    temporary.keep();
+
+    // The rename itself must survive a power cut. A file system that cannot flush a folder has
+    // nothing better to offer, and the content is in place: that is not a failure to report.
+    const Descriptor parent(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (parent.isOpen()) {
+        ::fsync(parent.get());
+    }
+    return {};
+}
+
 } // namespace
 
 std::expected<std::string, std::error_code> read(const fs::path& file, std::size_t limit) {
@@ -124,37 +162,12 @@ std::expected<std::string, std::error_code> read(const fs::path& file, std::size
 }
 
 std::expected<void, std::error_code> write(const fs::path& file, std::string_view content) {
-    const fs::path destination = target(file);
-    const fs::path folder = destination.has_parent_path() ? destination.parent_path() : ".";
+    return replace(target(file), content, std::nullopt);
+}
 
-    // Not made of the file's own name, which may be as long as names can be.
-    std::string pattern = (folder / ".vellory.XXXXXX").string();
-    Descriptor output(::mkostemp(pattern.data(), O_CLOEXEC));
-    if (!output.isOpen()) {
-        return lastError();
-    }
-    TemporaryFile temporary(std::move(pattern));
-
-    struct stat existing{};
-    if (::stat(destination.c_str(), &existing) == 0 &&
-        ::fchmod(output.get(), existing.st_mode & 07777U) != 0) {
-        return lastError();
-    }
-    if (!writeAll(output.get(), content) || ::fsync(output.get()) != 0 || !output.close()) {
-        return lastError();
-    }
-    if (::rename(temporary.path().c_str(), destination.c_str()) != 0) {
-        return lastError();
-    }
-    temporary.keep();
-
-    // The rename itself must survive a power cut. A file system that cannot flush a folder has
-    // nothing better to offer, and the content is in place: that is not a failure to report.
-    const Descriptor parent(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (parent.isOpen()) {
-        ::fsync(parent.get());
-    }
-    return {};
+std::expected<void, std::error_code> writeProgram(const fs::path& file, std::string_view content) {
+    constexpr mode_t runnableByAll = 0755;
+    return replace(file, content, runnableByAll);
 }
 
 std::expected<void, std::error_code> createFolder(const fs::path& folder) {

@@ -29,6 +29,11 @@ std::expected<std::string, std::error_code> read(const std::filesystem::path& fi
 std::expected<void, std::error_code> write(const std::filesystem::path& file,
                                            std::string_view content);
 
+/// As `write`, for a program: everybody may run it, whatever the file's mode was (octal 755), and a
+/// symbolic link in its place is replaced rather than followed, for it may lead to another program.
+std::expected<void, std::error_code> writeProgram(const std::filesystem::path& file,
+                                                  std::string_view content);
+
 /// Creates `folder` and its missing parents.
 std::expected<void, std::error_code> createFolder(const std::filesystem::path& folder);
 
