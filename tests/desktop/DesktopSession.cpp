@@ -76,6 +76,7 @@ DesktopSession::DesktopSession() {
         {"XDG_RUNTIME_DIR", (folder_.path() / "runtime").string()},
         {"XDG_DATA_DIRS", data.string()},
         {"XDG_CURRENT_DESKTOP", ""},
+        {"WAYLAND_DISPLAY", ""},
         {"DESKTOP_STARTUP_ID", "inherited"},
         {"XDG_ACTIVATION_TOKEN", "inherited"},
         {"VELLORY_TEST_VARIABLE", "ours"},
@@ -104,8 +105,9 @@ DesktopSession::~DesktopSession() {
     stop(bus_);
     for (const char* name :
          {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR",
-          "XDG_DATA_DIRS", "XDG_CURRENT_DESKTOP", "DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN",
-          "VELLORY_TEST_VARIABLE", "SESSION_VARIABLE", "DISPLAY", "DBUS_SESSION_BUS_ADDRESS"}) {
+          "XDG_DATA_DIRS", "XDG_CURRENT_DESKTOP", "WAYLAND_DISPLAY", "DESKTOP_STARTUP_ID",
+          "XDG_ACTIVATION_TOKEN", "VELLORY_TEST_VARIABLE", "SESSION_VARIABLE", "DISPLAY",
+          "DBUS_SESSION_BUS_ADDRESS"}) {
         if (const auto old = before_.find(name); old != before_.end()) {
             setenv(name, old->second.c_str(), 1);
         } else {
@@ -191,7 +193,21 @@ void DesktopSession::startWindowManager() {
     xcb_change_window_attributes(connection->get(), connection->root(), XCB_CW_EVENT_MASK, &events);
     connection->flush();
     // Its themes are the machine's; "env" becomes it, so the process is the same.
-    windowManager_ = start({"env", "XDG_DATA_DIRS=/usr/share", "openbox", "--sm-disable"});
+    std::vector<std::string> command{"env", "XDG_DATA_DIRS=/usr/share"};
+    if (const char* other = std::getenv("VELLORY_TEST_WINDOW_MANAGER")) {
+        command.emplace_back(other);
+    } else {
+        // Windows that fly to the task bar have no place meanwhile.
+        const fs::path configuration =
+            folder_.write("openbox.xml", R"(<openbox_config xmlns="http://openbox.org/3.4/rc">
+  <focus><focusNew>yes</focusNew><focusLast>yes</focusLast></focus>
+  <theme><name>Clearlooks</name><animateIconify>no</animateIconify></theme>
+</openbox_config>
+)");
+        command.insert(command.end(),
+                       {"openbox", "--sm-disable", "--config-file", configuration.string()});
+    }
+    windowManager_ = start(command);
     // Windows that come while it starts may stay unmanaged for good, so it is asked something,
     // again and again, until its main loop answers.
     const auto& ewmh = *connection->ewmh();

@@ -14,8 +14,9 @@
 namespace vellory::test {
 
 /// A desktop for one test: an X server, a window manager and a session bus that nobody else sees,
-/// with an empty home folder. While it lives, this process is part of that session. Whatever still
-/// runs on it at the end is killed.
+/// with an empty home folder. The window manager is openbox, or by hand the one whose program is in
+/// VELLORY_TEST_WINDOW_MANAGER. While it lives, this process is part of that session. Whatever
+/// still runs on it at the end is killed.
 class DesktopSession {
   public:
     DesktopSession();

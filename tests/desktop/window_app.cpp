@@ -8,6 +8,10 @@
 //   --splash       shows a splash window until the gate opens
 //   --flash        shows a plain window until the gate opens, and is without any until
 //   "<gate>.again"
+//   --undecorated  asks for windows without decorations
+//   --shadow N     draws its own decorations with a shadow of N pixels around, as GTK apps do
+//   --increments   sizes in steps, as terminals have them
+//   --dialog       the second window is a dialog of the first
 //   --reparented   puts its window into another one and takes it out again
 //   --report FILE  writes its environment and situation there first
 
@@ -35,6 +39,10 @@ struct Options {
     std::string gate;
     std::string report;
     int windows = 1;
+    std::uint32_t shadow = 0;
+    bool isUndecorated = false;
+    bool hasIncrements = false;
+    bool hasDialog = false;
     bool isStubborn = false;
     bool hasSplash = false;
     bool hasFlash = false;
@@ -53,6 +61,14 @@ Options optionsOf(const std::vector<std::string>& arguments) {
             options.gate = next();
         } else if (arguments[i] == "--report") {
             options.report = next();
+        } else if (arguments[i] == "--shadow") {
+            options.shadow = static_cast<std::uint32_t>(std::atoi(next().c_str()));
+        } else if (arguments[i] == "--undecorated") {
+            options.isUndecorated = true;
+        } else if (arguments[i] == "--increments") {
+            options.hasIncrements = true;
+        } else if (arguments[i] == "--dialog") {
+            options.hasDialog = true;
         } else if (arguments[i] == "--stubborn") {
             options.isStubborn = true;
         } else if (arguments[i] == "--splash") {
@@ -105,7 +121,7 @@ class App {
         deleteWindow_ = atom("WM_DELETE_WINDOW");
     }
 
-    xcb_window_t show(const char* type) {
+    xcb_window_t show(const char* type, xcb_window_t parent = XCB_NONE) {
         const xcb_window_t window = xcb_generate_id(connection_);
         const std::uint32_t colour = screen_->white_pixel;
         xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window, screen_->root, 0, 0, 200, 150,
@@ -115,16 +131,41 @@ class App {
         if (!options_.windowClass.empty()) {
             set(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8, names.size(), names.data());
         }
-        const std::string title = "Test window";
+        const std::string title = "Test window " + std::to_string(++shown_);
         set(window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, title.size(), title.data());
         set(window, protocols_, XCB_ATOM_ATOM, 32, 1, &deleteWindow_);
         const xcb_atom_t typeAtom = atom(type);
         set(window, atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 32, 1, &typeAtom);
         const std::uint32_t pid = static_cast<std::uint32_t>(getpid());
         set(window, atom("_NET_WM_PID"), XCB_ATOM_CARDINAL, 32, 1, &pid);
+        if (parent != XCB_NONE) {
+            set(window, XCB_ATOM_WM_TRANSIENT_FOR, XCB_ATOM_WINDOW, 32, 1, &parent);
+        }
+        stateShape(window);
         xcb_map_window(connection_, window);
         xcb_flush(connection_);
         return window;
+    }
+
+    /// What the window manager is to know of the window's frame and size.
+    void stateShape(xcb_window_t window) {
+        if (options_.isUndecorated || options_.shadow > 0) {
+            const std::vector<std::uint32_t> motifHints{2, 0, 0, 0, 0}; // "Decorations: none."
+            set(window, atom("_MOTIF_WM_HINTS"), atom("_MOTIF_WM_HINTS"), 32, motifHints.size(),
+                motifHints.data());
+        }
+        if (options_.shadow > 0) {
+            const std::vector<std::uint32_t> edges(4, options_.shadow);
+            set(window, atom("_GTK_FRAME_EXTENTS"), XCB_ATOM_CARDINAL, 32, edges.size(),
+                edges.data());
+        }
+        if (options_.hasIncrements) {
+            xcb_size_hints_t hints{};
+            xcb_icccm_size_hints_set_resize_inc(&hints, 7, 13);
+            xcb_icccm_size_hints_set_base_size(&hints, 4, 4);
+            xcb_icccm_size_hints_set_min_size(&hints, 11, 17);
+            xcb_icccm_set_wm_normal_hints(connection_, window, &hints);
+        }
     }
 
     void hide(xcb_window_t window) {
@@ -192,6 +233,7 @@ class App {
     xcb_screen_t* screen_ = nullptr;
     xcb_atom_t protocols_ = XCB_ATOM_NONE;
     xcb_atom_t deleteWindow_ = XCB_ATOM_NONE;
+    int shown_ = 0;
 };
 
 } // namespace
@@ -219,8 +261,13 @@ int main(int count, char** values) {
         close(open((options.gate + ".again").c_str(), O_RDONLY));
     }
     std::set<xcb_window_t> windows;
+    xcb_window_t first = XCB_NONE;
     for (int i = 0; i < options.windows; ++i) {
-        windows.insert(app.show("_NET_WM_WINDOW_TYPE_NORMAL"));
+        const bool isDialog = options.hasDialog && i == 1;
+        const xcb_window_t window = isDialog ? app.show("_NET_WM_WINDOW_TYPE_DIALOG", first)
+                                             : app.show("_NET_WM_WINDOW_TYPE_NORMAL");
+        first = i == 0 ? window : first;
+        windows.insert(window);
     }
     if (options.isReparented) {
         app.reparent(*windows.begin());

@@ -59,7 +59,8 @@ LinuxPlatform::LinuxPlatform(const Start& start, const Folders& folders, EventLo
       runningApps_({.environment = start.environment()}, entries_, loop, scheduler),
       desktop_(start.environment()),
       metadata_({.recentlyUsed = start.environment().dataHome() / "recently-used.xbel"}, entries_,
-                scheduler) {}
+                scheduler),
+      windowPlacer_(start.environment(), runningApps_) {}
 
 std::set<BundleID> LinuxPlatform::desktopApps() {
     return {"org.gnome.Nautilus",

@@ -493,4 +493,8 @@ void LinuxRunningApps::observe(Observer observer) {
     session_->observe(std::move(observer));
 }
 
+std::vector<AppWindow> LinuxRunningApps::windows() {
+    return session_->windows();
+}
+
 } // namespace vellory

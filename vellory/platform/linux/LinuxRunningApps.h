@@ -10,6 +10,8 @@
 
 namespace vellory {
 
+struct AppWindow;
+
 /// Apps by their windows on an X server with a window manager of the Extended Window Manager Hints.
 /// An app runs when it has a window that task bars show. Without a server, or once it is gone, no
 /// app runs and starting still works.
@@ -37,6 +39,9 @@ class LinuxRunningApps final : public RunningApps {
     bool unhide(const BundleID& id) override;
     bool quit(const BundleID& id) override;
     void observe(Observer observer) override;
+
+    /// The windows behind `list`, for the platform's other ports.
+    std::vector<AppWindow> windows();
 
   private:
     class Session;
