@@ -22,8 +22,8 @@
 
 namespace {
 
-/// Sends one wish to the program and waits until it has been understood.
-void ask(const std::string& wish) {
+/// Has the program show its grid, or hide it, and waits until it was done.
+void toggle() {
     const char* runtime = std::getenv("XDG_RUNTIME_DIR");
     const std::string path = std::string(runtime == nullptr ? "" : runtime) + "/vellory/socket";
     const int connection = ::socket(AF_UNIX, SOCK_STREAM, 0);
@@ -34,7 +34,7 @@ void ask(const std::string& wish) {
         std::perror("summons: the program does not listen");
         std::exit(1);
     }
-    const std::string line = wish + "\n";
+    const std::string line = "vellory://toggle\n";
     char answer[8];
     if (::write(connection, line.data(), line.size()) < 0 ||
         ::read(connection, answer, sizeof answer) < 0) {
@@ -112,10 +112,10 @@ int main(int argc, char** argv) {
 
     std::vector<double> times;
     for (int i = 0; i < count; ++i) {
-        ask("hide");
+        toggle();
         waitFor(report, "hidden");
         const auto start = std::chrono::steady_clock::now();
-        ask("open");
+        toggle();
         waitFor(report, "apps");
         times.push_back(
             std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
@@ -123,7 +123,7 @@ int main(int argc, char** argv) {
     }
     waitFor(report, "settled");
     const double after = residentMegabytes(child);
-    ask("hide");
+    toggle();
     waitFor(report, "hidden");
     std::this_thread::sleep_for(std::chrono::seconds(1));
     const double used = processorSeconds(child);

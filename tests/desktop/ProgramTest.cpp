@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <csignal>
 #include <cstdio>
+#include <list>
 #include <optional>
 #include <string>
 #include <vector>
@@ -222,6 +223,36 @@ TEST_F(ProgramTest, ASecondStartBringsTheFirstBackAndEnds) {
     ASSERT_TRUE(program.lineWith("hidden"));
     EXPECT_EQ(run(vellory()), 0);
     EXPECT_TRUE(program.lineWith("apps")) << "the first shows its grid again";
+}
+
+TEST_F(ProgramTest, ALinkStartsTheProgramOrIsObeyedByTheOneThatRuns) {
+    Process program({VELLORY_PROGRAM, "--report", "vellory://workspace/None"});
+    EXPECT_TRUE(program.lineWith("notice No workspace named “None”")) << program.said();
+    EXPECT_EQ(run({VELLORY_PROGRAM, "vellory://toggle"}), 0);
+    EXPECT_EQ(program.lineWith(""), "3 apps") << "which was not shown before";
+    EXPECT_EQ(run({VELLORY_PROGRAM, "vellory://toggle"}), 0);
+    EXPECT_TRUE(program.lineWith("hidden"));
+    EXPECT_EQ(run({VELLORY_PROGRAM, "--hidden"}), 0) << "there is nothing left to do";
+    for (const char* wrong : {"https://example.org/", "VELLORY://open", "alpha"}) {
+        EXPECT_EQ(run({VELLORY_PROGRAM, wrong}), 1);
+    }
+    const std::string tooLong(70'000, 'x');
+    EXPECT_EQ(run({VELLORY_PROGRAM, "vellory://search?q=" + tooLong}), 1);
+    EXPECT_EQ(run({VELLORY_PROGRAM, "vellory://search?q=alpha"}), 0);
+    EXPECT_EQ(program.lineWith(""), "3 apps");
+}
+
+TEST_F(ProgramTest, OfTenStartsAtOnceOneIsLeft) {
+    std::list<Process> starts;
+    for (int i = 0; i < 10; ++i) {
+        starts.emplace_back(std::vector<std::string>{VELLORY_PROGRAM, "--report"});
+    }
+    std::size_t showing = 0;
+    for (Process& start : starts) {
+        // Whoever shows the grid runs on; all others end without a word.
+        showing += start.lineWith("3 apps") ? 1 : 0;
+    }
+    EXPECT_EQ(showing, 1U);
 }
 
 // The window needs a while to come and to get the focus, which another window has until then.

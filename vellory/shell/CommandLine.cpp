@@ -40,6 +40,7 @@ struct Options {
         parser.setApplicationDescription("Every installed app on a grid that you arrange.");
         parser.addOptions({hidden, screenshot, view, size, scale, dark, light, apps, support,
                            report, help, version});
+        parser.addPositionalArgument("link", "What to do: a vellory:// link.", "[link]");
     }
 };
 
@@ -52,11 +53,13 @@ std::expected<CommandLine, std::string> CommandLine::parse(const QStringList& ar
     if (!parser.parse(arguments)) {
         return std::unexpected(parser.errorText().toStdString());
     }
-    if (!parser.positionalArguments().isEmpty()) {
-        return std::unexpected("Unexpected argument: " +
-                               parser.positionalArguments().constFirst().toStdString());
-    }
     CommandLine out;
+    for (const QString& argument : parser.positionalArguments()) {
+        if (out.link || !argument.startsWith("vellory:")) {
+            return std::unexpected("Unexpected argument: " + argument.toStdString());
+        }
+        out.link = argument.toStdString();
+    }
     out.help = parser.isSet(options.help);
     out.version = parser.isSet(options.version);
     out.report = parser.isSet(options.report);

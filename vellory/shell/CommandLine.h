@@ -19,6 +19,8 @@ struct CommandLine {
     };
 
     Show show = Show::grid;
+    /// A "vellory://" link to be obeyed in place of that.
+    std::optional<std::string> link;
     /// Render a view into this file instead of opening a window.
     std::optional<std::filesystem::path> screenshot;
     QString view = "grid";

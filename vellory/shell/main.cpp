@@ -10,7 +10,10 @@
 #include "model/AppModel.h"
 #include "model/CommandLinks.h"
 #include "model/LauncherState.h"
+#include "model/LinkQueue.h"
 #include "platform/linux/EndSignals.h"
+#include "platform/linux/InstanceSocket.h"
+#include "platform/linux/LinkServer.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/qt/QtDisplays.h"
 #include "platform/qt/QtEventLoop.h"
@@ -21,7 +24,6 @@
 #include "shell/ImageFileChooser.h"
 #include "shell/LauncherController.h"
 #include "shell/Screenshot.h"
-#include "shell/SingleInstance.h"
 
 // This file alone knows the platform's implementations: it makes them, hands them to the model as
 // ports, and ties model and window together.
@@ -115,15 +117,32 @@ void connectLinks(const CommandLinks& links, LauncherController& controller, Lau
                      &LauncherController::show);
 }
 
+/// How a start ends that found another program running.
+int endAfter(InstanceSocket::Answer answer) {
+    switch (answer) {
+    case InstanceSocket::Answer::obeyed:
+        return 0;
+    case InstanceSocket::Answer::refused:
+        return fail("that link is too long, or no text");
+    default:
+        return fail("the one that is running does not answer");
+    }
+}
+
 int run(const CommandLine& options, const char* program) {
     const LinuxPlatform::Start start = LinuxPlatform::begin(options.apps);
-    const std::filesystem::path socket = SingleInstance::socketIn(start.runtimeFolder());
     const bool isPicture = options.screenshot.has_value();
+    const bool isHidden = options.show == CommandLine::Show::hidden;
 
-    if (!isPicture && !options.support &&
-        SingleInstance::handOver(socket,
-                                 options.show == CommandLine::Show::hidden ? "hello" : "open")) {
-        return 0;
+    std::optional<InstanceSocket> place;
+    if (!isPicture && !options.support) {
+        auto meeting =
+            InstanceSocket::meet(InstanceSocket::in(start.runtimeFolder()),
+                                 {.link = options.link.value_or(isHidden ? "" : "vellory://open")});
+        if (meeting.answer != InstanceSocket::Answer::nobody) {
+            return endAfter(meeting.answer);
+        }
+        place = std::move(meeting.place);
     }
     if (!isPicture && !start.hasDisplay()) {
         return fail("there is no display to open on (is DISPLAY set?); --screenshot FILE renders a "
@@ -190,21 +209,13 @@ int run(const CommandLine& options, const char* program) {
 
     CommandLinks links(model, state);
     connectLinks(links, controller, state);
-    SingleInstance instance(socket);
-    QObject::connect(&instance, &SingleInstance::received, &controller,
-                     [&](const QString& message) {
-                         if (message == "open") {
-                             controller.show();
-                         } else if (message == "hide") {
-                             controller.hide();
-                         } else if (message == "toggle") {
-                             controller.toggle();
-                         } else {
-                             links.handle(message.toStdString());
-                         }
-                     });
-    if (!options.support) {
-        instance.listen();
+    LinkQueue queue(scheduler, [&](const LinkRequest& request) { links.handle(request.link); });
+    std::optional<LinkServer> server;
+    if (place) {
+        server.emplace(std::move(*place), loop, scheduler,
+                       [&](LinkRequest request, LinkAnswer answer) {
+                           queue.add(std::move(request), std::move(answer));
+                       });
     }
     // Not quit: that asks the windows first, and the launcher's only hides when it is closed.
     const EndSignals endSignals(loop, [] { QCoreApplication::exit(0); });
@@ -212,11 +223,13 @@ int run(const CommandLine& options, const char* program) {
     if (options.report) {
         reportTo(settling, controller, model);
     }
-    if (options.show == CommandLine::Show::grid) {
+    if (!isHidden && !options.link) {
         controller.expectShow();
     }
     model.start();
-    if (options.show == CommandLine::Show::grid) {
+    if (options.link) {
+        links.handle(*options.link);
+    } else if (!isHidden) {
         controller.show();
     }
     imageChooser.attach(controller.window().engine(), &controller.window());
