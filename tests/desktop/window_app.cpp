@@ -12,6 +12,7 @@
 //   --shadow N     draws its own decorations with a shadow of N pixels around, as GTK apps do
 //   --increments   sizes in steps, as terminals have them
 //   --dialog       the second window is a dialog of the first
+//   --startup-id   names its start to the window manager, as toolkits do
 //   --reparented   puts its window into another one and takes it out again
 //   --report FILE  writes its environment and situation there first
 
@@ -43,6 +44,7 @@ struct Options {
     bool isUndecorated = false;
     bool hasIncrements = false;
     bool hasDialog = false;
+    bool namesStart = false;
     bool isStubborn = false;
     bool hasSplash = false;
     bool hasFlash = false;
@@ -67,6 +69,8 @@ Options optionsOf(const std::vector<std::string>& arguments) {
             options.isUndecorated = true;
         } else if (arguments[i] == "--increments") {
             options.hasIncrements = true;
+        } else if (arguments[i] == "--startup-id") {
+            options.namesStart = true;
         } else if (arguments[i] == "--dialog") {
             options.hasDialog = true;
         } else if (arguments[i] == "--stubborn") {
@@ -138,6 +142,11 @@ class App {
         set(window, atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 32, 1, &typeAtom);
         const std::uint32_t pid = static_cast<std::uint32_t>(getpid());
         set(window, atom("_NET_WM_PID"), XCB_ATOM_CARDINAL, 32, 1, &pid);
+        const char* startupId = std::getenv("DESKTOP_STARTUP_ID");
+        if (options_.namesStart && startupId != nullptr) {
+            set(window, atom("_NET_STARTUP_ID"), atom("UTF8_STRING"), 8, std::strlen(startupId),
+                startupId);
+        }
         if (parent != XCB_NONE) {
             set(window, XCB_ATOM_WM_TRANSIENT_FOR, XCB_ATOM_WINDOW, 32, 1, &parent);
         }

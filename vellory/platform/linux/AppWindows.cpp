@@ -195,6 +195,12 @@ std::optional<std::vector<AppWindow>> AppWindows::read() {
     return out;
 }
 
+bool AppWindows::isListed(xcb_window_t window) {
+    const auto listed = connection_.values(
+        connection_.requestProperty(connection_.root(), connection_.ewmh()->_NET_CLIENT_LIST));
+    return std::ranges::find(listed, window) != listed.end();
+}
+
 std::vector<AppWindow> AppWindows::stacked(std::vector<AppWindow> windows) {
     const auto order = connection_.values(connection_.requestProperty(
         connection_.root(), connection_.ewmh()->_NET_CLIENT_LIST_STACKING));

@@ -41,6 +41,9 @@ class AppWindows {
     /// Takes note of an event; true when what `read` gives may now be another.
     bool noteEvent(const xcb_generic_event_t& event);
 
+    /// Whether the window manager lists the window, of whatever app.
+    bool isListed(xcb_window_t window);
+
     /// `windows` with the one on top last.
     std::vector<AppWindow> stacked(std::vector<AppWindow> windows);
 

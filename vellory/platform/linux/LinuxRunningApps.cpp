@@ -2,27 +2,22 @@
 #include "platform/linux/LinuxRunningApps.h"
 
 #include <algorithm>
-#include <array>
-#include <csignal>
-#include <map>
 #include <set>
 
 #include <xcb/xcb_icccm.h>
 
+#include "platform/linux/AppStarts.h"
 #include "platform/linux/AppWindows.h"
 #include "platform/linux/DesktopEntryFile.h"
-#include "platform/linux/Launcher.h"
+#include "platform/linux/FocusKeeper.h"
 #include "platform/linux/ProcessInfo.h"
 #include "platform/linux/StartTracker.h"
-#include "platform/linux/StartupNotification.h"
 #include "platform/linux/SystemdUnits.h"
 
 namespace vellory {
 
 namespace {
 
-/// After which time a start without a window is taken to be over, in seconds.
-constexpr double startSeconds = 15;
 /// How long a new window manager may take to list the windows that it found, in seconds.
 constexpr double settleSeconds = 3;
 
@@ -50,29 +45,23 @@ std::string newWindowAction(const std::filesystem::path& file) {
 
 } // namespace
 
-/// Lives on while a start is under way in the background, which holds it weakly.
-class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
+class LinuxRunningApps::Session {
   public:
     Session(const Options& options, std::shared_ptr<DesktopEntries> entries, EventLoop& loop,
             Scheduler& scheduler)
         : entries_(std::move(entries)), loop_(loop), scheduler_(scheduler),
-          launcher_(std::make_shared<const Launcher>(options.environment)),
           connection_(X11Connection::open(options.environment.value("DISPLAY"))),
+          starts_(std::make_shared<AppStarts>(options.environment, connection_.get(), scheduler)),
           tracker_(secondsSinceBoot()),
           units_(options.environment, loop,
                  [this](const std::string& unit, SystemdUnits::Change change) {
                      noteUnit(unit, change);
-                 }) {}
-
-    /// Not in the constructor: callbacks hold this object weakly.
-    void connect() {
+                 }) {
         if (connection_ == nullptr) {
             return;
         }
         windows_.emplace(*connection_, entries_, [this](const std::string& startupId) {
-            const auto start = std::ranges::find_if(
-                starts_, [&](const auto& pair) { return pair.second.startupId == startupId; });
-            return startupId.empty() || start == starts_.end() ? BundleID() : start->first;
+            return starts_->appOf(startupId);
         });
         watch_ = loop_.watchReadable(connection_->fileDescriptor(), [this] { processEvents(); });
         windowManager_ = connection_->windowManager();
@@ -98,56 +87,32 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
     }
 
     void open(const InstalledApp& app, Open mode, Completion completion) {
-        if (mode == Open::bringForward && (activate(app.bundleID) || isStarting(app.bundleID))) {
-            report(std::move(completion), std::nullopt);
+        const bool isBackground = mode == Open::inBackground;
+        if (mode != Open::newInstance &&
+            ((isBackground ? showAgain(app.bundleID) : activate(app.bundleID)) ||
+             starts_->isUnderWay(app.bundleID))) {
+            starts_->report(std::move(completion));
             return;
         }
+        if (isBackground) {
+            keepFocusFrom(app.bundleID, {});
+        }
         const bool isAnother = mode == Open::newInstance && !windowsOf(app.bundleID).empty();
-        start(app, {.action = isAnother ? newWindowAction(app.url) : ""}, std::move(completion));
+        start({.app = app,
+               .file = {},
+               .action = isAnother ? newWindowAction(app.url) : "",
+               .focus = isBackground ? AppStarts::Focus::unwanted : AppStarts::Focus::wanted},
+              std::move(completion));
     }
 
-    /// What an app is started with.
-    struct Task {
-        std::string action = {};
-        std::vector<std::filesystem::path> files = {};
-    };
-
-    void start(const InstalledApp& app, Task task, Completion completion) {
-        const xcb_timestamp_t time = isConnected() ? connection_->serverTime() : 0;
-        Start start;
-        start.startupId = StartupNotification::freshId(time);
-        const std::filesystem::path file = fileOf(app);
-        const glib::KeyFile entry = DesktopEntryFile::load(file);
-        // Only an app that says so in its entry will end the announcement itself when its window
-        // comes; the others would keep the pointer busy until they time out.
-        start.isAnnounced =
-            isConnected() && entry != nullptr &&
-            DesktopEntryFile::flag(entry.get(), G_KEY_FILE_DESKTOP_KEY_STARTUP_NOTIFY);
-        if (start.isAnnounced) {
-            StartupNotification::begin(*connection_,
-                                       {start.startupId, app.name, file.string(), time});
-        }
-        const Launcher::Request request{app.bundleID, file, std::move(task.action), start.startupId,
-                                        std::move(task.files)};
-        endStart(app.bundleID);
-        start.timeout = scheduler_.after(startSeconds, [this, id = app.bundleID] { endStart(id); });
-        starts_[app.bundleID] = std::move(start);
-        scheduler_.inBackground([launcher = launcher_, request, self = weak_from_this(),
-                                 completion = std::move(completion)]() -> Scheduler::Task {
-            const Launcher::Outcome outcome = launcher->launch(request);
-            return [request, outcome, self, completion] {
-                if (const auto session = self.lock()) {
-                    session->started(request, outcome);
-                    if (completion) {
-                        completion(outcome.failure);
-                    }
-                }
-            };
-        });
+    void start(AppStarts::Request request, Completion completion) {
+        request.file = fileOf(request.app);
+        starts_->start(std::move(request), std::move(completion));
         lookAfterEvents();
     }
 
     bool activate(const BundleID& id) {
+        keeper_.drop(id);
         auto windows = windowsOf(id);
         if (windows.empty()) {
             return false;
@@ -158,10 +123,7 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
         const auto open = std::ranges::find_if(windows.rbegin(), windows.rend(),
                                                [](const AppWindow& w) { return !w.isHidden; });
         const AppWindow& front = open == windows.rend() ? windows.back() : *open;
-        xcb_ewmh_request_change_active_window(connection_->ewmh(), connection_->screenNumber(),
-                                              front.window, XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER,
-                                              connection_->serverTime(), XCB_WINDOW_NONE);
-        connection_->flush();
+        giveFocus(front.window);
         lookAfterEvents();
         return true;
     }
@@ -173,13 +135,31 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
         });
     }
 
+    /// Whether the app runs; if it was hidden as a whole, it is not any more.
+    bool showAgain(const BundleID& id) {
+        const auto windows = windowsOf(id);
+        if (std::ranges::all_of(windows, &AppWindow::isHidden)) {
+            unhide(id);
+        }
+        return !windows.empty();
+    }
+
     bool unhide(const BundleID& id) {
-        return forWindowsOf(id, [&](const AppWindow& window) {
-            // Mapping is how an iconified window comes back without taking the focus.
+        const auto windows = windowsOf(id);
+        std::vector<xcb_window_t> hidden;
+        for (const AppWindow& window : windows) {
             if (window.isHidden) {
-                xcb_map_window(connection_->get(), window.window);
+                hidden.push_back(window.window);
             }
-        });
+        }
+        if (!hidden.empty()) {
+            keepFocusFrom(id, hidden);
+            for (const xcb_window_t window : hidden) {
+                xcb_map_window(connection_->get(), window);
+            }
+            connection_->flush();
+        }
+        return !windows.empty();
     }
 
     bool quit(const BundleID& id) {
@@ -193,14 +173,6 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
     void observe(Observer observer) { observer_ = std::move(observer); }
 
   private:
-    struct Start {
-        std::string startupId;
-        bool isAnnounced = false;
-        std::optional<std::int64_t> pid;
-        bool isUnderWay = true; ///< the background work has not reported yet
-        Scheduler::Handle timeout;
-    };
-
     bool isConnected() const { return connection_ != nullptr && connection_->isAlive(); }
 
     std::vector<AppWindow> read() {
@@ -224,6 +196,47 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
         return identifiers;
     }
 
+    xcb_window_t activeWindow() {
+        const auto active = connection_->values(connection_->requestProperty(
+            connection_->root(), connection_->ewmh()->_NET_ACTIVE_WINDOW));
+        return active.empty() ? xcb_window_t{XCB_WINDOW_NONE} : active.front();
+    }
+
+    void giveFocus(xcb_window_t window) {
+        xcb_ewmh_request_change_active_window(connection_->ewmh(), connection_->screenNumber(),
+                                              window, XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER,
+                                              connection_->serverTime(), XCB_WINDOW_NONE);
+        connection_->flush();
+    }
+
+    void keepFocusFrom(const BundleID& id, const std::vector<xcb_window_t>& shown) {
+        if (isConnected()) {
+            keeper_.begin(id, shown, activeWindow(), secondsSinceBoot());
+        }
+    }
+
+    /// Gives the focus back when an app has taken it that was opened in the background.
+    void keepFocus() {
+        const double now = secondsSinceBoot();
+        if (!keeper_.isOn(now)) {
+            return;
+        }
+        const xcb_window_t active = activeWindow();
+        const auto windows = read();
+        const auto found = std::ranges::find(windows, active, &AppWindow::window);
+        for (const AppWindow& window : windows) {
+            keeper_.windowCame(window.app, window.window, now);
+        }
+        // One that is not listed has only just come; it will be, and then its app is known.
+        if (active == XCB_WINDOW_NONE || !windows_->isListed(active)) {
+            return;
+        }
+        if (const auto back =
+                keeper_.focused(active, found == windows.end() ? "" : found->app, now)) {
+            giveFocus(*back);
+        }
+    }
+
     bool forWindowsOf(const BundleID& id, const std::function<void(const AppWindow&)>& action) {
         const auto windows = windowsOf(id);
         std::ranges::for_each(windows, action);
@@ -242,59 +255,6 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
         return known == nullptr ? app.url : known->file;
     }
 
-    /// Whether a start of the app is under way whose window is still to come.
-    bool isStarting(const BundleID& id) const {
-        const auto start = starts_.find(id);
-        return start != starts_.end() &&
-               (start->second.isUnderWay ||
-                (start->second.pid && kill(static_cast<pid_t>(*start->second.pid), 0) == 0));
-    }
-
-    void started(const Launcher::Request& request, const Launcher::Outcome& outcome) {
-        if (outcome.pid) {
-            scheduler_.inBackground(
-                [launcher = launcher_, id = request.id, pid = *outcome.pid]() -> Scheduler::Task {
-                    launcher->moveToScope(id, pid);
-                    return [] {};
-                });
-        }
-        const auto start = starts_.find(request.id);
-        if (start == starts_.end() || start->second.startupId != request.startupId) {
-            return;
-        }
-        if (outcome.failure || !outcome.pid) {
-            endStart(request.id);
-            return;
-        }
-        start->second.isUnderWay = false;
-        start->second.pid = outcome.pid;
-    }
-
-    void endStart(const BundleID& id) {
-        const auto start = starts_.find(id);
-        if (start == starts_.end()) {
-            return;
-        }
-        if (start->second.isAnnounced && isConnected()) {
-            StartupNotification::end(*connection_, start->second.startupId);
-        }
-        spentTimeout_ = std::move(start->second.timeout);
-        starts_.erase(start);
-    }
-
-    void report(Completion completion, const std::optional<std::string>& failure) {
-        if (completion) {
-            scheduler_.inBackground(
-                [self = weak_from_this(), completion = std::move(completion), failure] {
-                    return [self, completion, failure] {
-                        if (!self.expired()) {
-                            completion(failure);
-                        }
-                    };
-                });
-        }
-    }
-
     void processEvents() {
         isPending_ = false;
         if (!isConnected()) {
@@ -307,6 +267,9 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
         }
         if (isChanged) {
             compare();
+        }
+        if (isConnected()) {
+            keepFocus();
         }
         lookAfterEvents();
     }
@@ -352,7 +315,7 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
         }
         for (const AppWindow& window : windows) {
             if (!seen_.contains(window.window)) {
-                endStart(window.app);
+                starts_->end(window.app);
             }
         }
         seen_ = identifiersOf(windows);
@@ -368,7 +331,7 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
             if (tracker_.windowsCame(id,
                                      {.processStart = processStart(first->pid),
                                       .startupId = first->startupId,
-                                      .isExpected = starts_.contains(id)},
+                                      .isExpected = starts_->isExpected(id)},
                                      secondsSinceBoot())) {
                 started.push_back(id);
             }
@@ -417,14 +380,14 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
     std::shared_ptr<DesktopEntries> entries_;
     EventLoop& loop_;
     Scheduler& scheduler_;
-    std::shared_ptr<const Launcher> launcher_;
     std::unique_ptr<X11Connection> connection_;
+    std::shared_ptr<AppStarts> starts_;
     std::optional<AppWindows> windows_;
     std::optional<xcb_window_t> windowManager_;
     StartTracker tracker_;
+    FocusKeeper keeper_;
     std::set<BundleID> running_;  ///< the apps with windows, as of the last comparison
     std::set<xcb_window_t> seen_; ///< the windows of the last comparison
-    std::map<BundleID, Start> starts_;
     Observer observer_;
     bool isPending_ = false;
     bool isSettling_ = false;
@@ -433,16 +396,13 @@ class LinuxRunningApps::Session : public std::enable_shared_from_this<Session> {
     // Timers that have done their work; one of them may be running right now.
     Scheduler::Handle spentPending_;
     Scheduler::Handle spentSettling_;
-    Scheduler::Handle spentTimeout_;
     EventLoop::Handle watch_;
     SystemdUnits units_; ///< last: what it tells goes to all of the above
 };
 
 LinuxRunningApps::LinuxRunningApps(const Options& options, std::shared_ptr<DesktopEntries> entries,
                                    EventLoop& loop, Scheduler& scheduler)
-    : session_(std::make_shared<Session>(options, std::move(entries), loop, scheduler)) {
-    session_->connect();
-}
+    : session_(std::make_unique<Session>(options, std::move(entries), loop, scheduler)) {}
 
 LinuxRunningApps::~LinuxRunningApps() = default;
 
@@ -465,12 +425,12 @@ void LinuxRunningApps::open(const InstalledApp& app, Open mode, Completion compl
 
 void LinuxRunningApps::perform(const InstalledApp& app, const std::string& action,
                                Completion completion) {
-    session_->start(app, {.action = action}, std::move(completion));
+    session_->start({.app = app, .file = {}, .action = action}, std::move(completion));
 }
 
 void LinuxRunningApps::openFile(const InstalledApp& app, const std::filesystem::path& file,
                                 Completion completion) {
-    session_->start(app, {.files = {file}}, std::move(completion));
+    session_->start({.app = app, .file = {}, .files = {file}}, std::move(completion));
 }
 
 bool LinuxRunningApps::activate(const BundleID& id) {

@@ -45,7 +45,7 @@ class LinuxRunningApps final : public RunningApps {
 
   private:
     class Session;
-    std::shared_ptr<Session> session_;
+    std::unique_ptr<Session> session_;
 };
 
 } // namespace vellory
