@@ -169,6 +169,8 @@ void DesktopSession::startBus() {
 <busconfig>
   <type>session</type>
   <listen>unix:path=)" + socket.string() + R"(</listen>
+  <servicedir>)" + (home() / ".local/share/dbus-1/services").string() +
+                                                                 R"(</servicedir>
   <auth>EXTERNAL</auth>
   <policy context="default">
     <allow send_destination="*" eavesdrop="true"/>

@@ -120,6 +120,12 @@ bool seesWindow(const std::string& windowClass) {
                 "until xdotool search --onlyvisible --class \"$0\"; do :; done", windowClass}) == 0;
 }
 
+/// Waits until no window of that class is there.
+bool windowGoes(const std::string& windowClass) {
+    return run({"timeout", "20", "sh", "-c",
+                "while xdotool search --onlyvisible --class \"$0\"; do :; done", windowClass}) == 0;
+}
+
 /// The whole program on a desktop of its own.
 class ProgramTest : public testing::Test {
   protected:
@@ -136,6 +142,29 @@ class ProgramTest : public testing::Test {
 
     std::vector<std::string> vellory(const std::string& option = "--report") const {
         return {VELLORY_PROGRAM, option};
+    }
+    /// Makes the session know the program, as an installation does.
+    void install() const {
+        const std::filesystem::path data = session.environment().dataHome();
+        for (const std::string entry : {"applications/com.quorvel.vellory.desktop",
+                                        "dbus-1/services/com.quorvel.vellory.service"}) {
+            const std::filesystem::path file = data / entry;
+            std::string text = contentOf(VELLORY_PACKAGING "/" + file.filename().string() + ".in");
+            for (const std::string variable :
+                 {"@VELLORY_PROGRAM@", "@VELLORY_EXEC@", "@VELLORY_ENTRY_EXEC@"}) {
+                for (auto at = text.find(variable); at != std::string::npos;
+                     at = text.find(variable)) {
+                    text.replace(at, variable.size(), VELLORY_PROGRAM);
+                }
+            }
+            session.folder().write(std::filesystem::relative(file, session.folder().path()), text);
+            EXPECT_TRUE(entry.ends_with(".service") ||
+                        run({"desktop-file-validate", file.string()}) == 0);
+        }
+        ASSERT_EQ(run({"update-desktop-database", (data / "applications").string()}), 0);
+        ASSERT_EQ(run({"dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus",
+                       "/org/freedesktop/DBus", "org.freedesktop.DBus.ReloadConfig"}),
+                  0);
     }
     std::filesystem::path support() const { return session.environment().dataHome() / "vellory"; }
     std::string lastTile() const {
@@ -240,6 +269,32 @@ TEST_F(ProgramTest, ALinkStartsTheProgramOrIsObeyedByTheOneThatRuns) {
     EXPECT_EQ(run({VELLORY_PROGRAM, "vellory://search?q=" + tooLong}), 1);
     EXPECT_EQ(run({VELLORY_PROGRAM, "vellory://search?q=alpha"}), 0);
     EXPECT_EQ(program.lineWith(""), "3 apps");
+}
+
+// By the command line, the desktop's openers and the program itself, whether it runs or not.
+TEST_F(ProgramTest, ALinkStartsTheInstalledProgramWhichOutlivesWhatOpenedIt) {
+    install();
+    const std::vector<std::vector<std::string>> openers{{VELLORY_COMMAND, "toggle"},
+                                                        {"gio", "open", "vellory://toggle"},
+                                                        {"xdg-open", "vellory://toggle"},
+                                                        {VELLORY_PROGRAM, "vellory://toggle"}};
+    for (const auto& opener : openers) {
+        EXPECT_EQ(run(opener), 0);
+        EXPECT_TRUE(seesWindow("^vellory$")) << opener[0];
+        EXPECT_EQ(run(opener), 0);
+        EXPECT_TRUE(windowGoes("^vellory$")) << opener[0];
+        // So that the next opener finds none that runs.
+        EXPECT_EQ(
+            run({"sh", "-c",
+                 "pid=$(dbus-send --session --print-reply=literal --dest=org.freedesktop.DBus "
+                 "/org/freedesktop/DBus org.freedesktop.DBus.GetConnectionUnixProcessID "
+                 "string:com.quorvel.vellory) && kill ${pid##* } && "
+                 "while kill -0 ${pid##* } 2> /dev/null; do :; done"}),
+            0);
+    }
+    EXPECT_EQ(run({"appstreamcli", "validate", "--no-net",
+                   VELLORY_PACKAGING "/com.quorvel.vellory.metainfo.xml"}),
+              0);
 }
 
 TEST_F(ProgramTest, OfTenStartsAtOnceOneIsLeft) {

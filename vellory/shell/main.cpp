@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <cstdint>
 #include <cstdio>
+#include <optional>
+#include <utility>
 
 #include <QGuiApplication>
 #include <QIcon>
@@ -11,10 +14,12 @@
 #include "model/CommandLinks.h"
 #include "model/LauncherState.h"
 #include "model/LinkQueue.h"
+#include "platform/linux/ApplicationBus.h"
 #include "platform/linux/EndSignals.h"
 #include "platform/linux/InstanceSocket.h"
 #include "platform/linux/LinkServer.h"
 #include "platform/linux/LinuxPlatform.h"
+#include "platform/linux/WindowActivation.h"
 #include "platform/qt/QtDisplays.h"
 #include "platform/qt/QtEventLoop.h"
 #include "platform/qt/QtFolderWatcher.h"
@@ -32,7 +37,7 @@ using namespace vellory;
 
 namespace {
 
-constexpr const char* platformID = "vellory";
+constexpr const char* platformID = "com.quorvel.vellory";
 
 int fail(const std::string& sentence) {
     std::fprintf(stderr, "vellory: %s\n", sentence.c_str());
@@ -117,6 +122,45 @@ void connectLinks(const CommandLinks& links, LauncherController& controller, Lau
                      &LauncherController::show);
 }
 
+/// Obeys links, and lets the grid take the focus when it comes because of one.
+class LinkHandling {
+  public:
+    LinkHandling(CommandLinks& links, LauncherController& controller,
+                 const SessionEnvironment& environment)
+        : links_(links), controller_(controller), activation_(environment) {
+        QObject::connect(&controller, &LauncherController::shown, &links, [this] {
+            if (token_) {
+                bringForward(*std::exchange(token_, std::nullopt));
+            }
+        });
+        QObject::connect(&controller, &LauncherController::hidden, &links,
+                         [this] { token_.reset(); });
+    }
+
+    void obey(const LinkRequest& request) {
+        const bool wasShown = controller_.isShown();
+        links_.handle(request.link);
+        if (!controller_.isShown()) {
+            activation_.end(request.activationToken);
+        } else if (wasShown) {
+            bringForward(request.activationToken);
+        } else {
+            token_ = request.activationToken;
+        }
+    }
+
+  private:
+    void bringForward(const std::string& token) {
+        activation_.bringForward(static_cast<std::uint32_t>(controller_.window().winId()), token);
+    }
+
+    CommandLinks& links_;
+    LauncherController& controller_;
+    WindowActivation activation_;
+    /// What came with the link that the grid appears for, until it has.
+    std::optional<std::string> token_;
+};
+
 /// How a start ends that found another program running.
 int endAfter(InstanceSocket::Answer answer) {
     switch (answer) {
@@ -136,13 +180,24 @@ int run(const CommandLine& options, const char* program) {
 
     std::optional<InstanceSocket> place;
     if (!isPicture && !options.support) {
-        auto meeting =
-            InstanceSocket::meet(InstanceSocket::in(start.runtimeFolder()),
-                                 {.link = options.link.value_or(isHidden ? "" : "vellory://open")});
-        if (meeting.answer != InstanceSocket::Answer::nobody) {
-            return endAfter(meeting.answer);
+        const LinkRequest wish{options.link.value_or(isHidden ? "" : "vellory://open"),
+                               WindowActivation::tokenIn(start.environment())};
+        const auto socket = InstanceSocket::in(start.runtimeFolder());
+        auto answer = InstanceSocket::send(socket, wish);
+        // A program that a link starts does not belong to the terminal or browser the link came
+        // from: where the session can start it, it shall.
+        if (answer == InstanceSocket::Answer::nobody && options.link && !options.report &&
+            ApplicationBus::open(start.environment(), wish)) {
+            return 0;
         }
-        place = std::move(meeting.place);
+        if (answer == InstanceSocket::Answer::nobody) {
+            auto meeting = InstanceSocket::meet(socket, wish);
+            answer = meeting.answer;
+            place = std::move(meeting.place);
+        }
+        if (answer != InstanceSocket::Answer::nobody) {
+            return endAfter(answer);
+        }
     }
     if (!isPicture && !start.hasDisplay()) {
         return fail("there is no display to open on (is DISPLAY set?); --screenshot FILE renders a "
@@ -209,13 +264,16 @@ int run(const CommandLine& options, const char* program) {
 
     CommandLinks links(model, state);
     connectLinks(links, controller, state);
-    LinkQueue queue(scheduler, [&](const LinkRequest& request) { links.handle(request.link); });
+    LinkHandling handling(links, controller, start.environment());
+    LinkQueue queue(scheduler, [&](const LinkRequest& request) { handling.obey(request); });
+    const LinkReceiver receiver = [&](LinkRequest request, LinkAnswer answer) {
+        queue.add(std::move(request), std::move(answer));
+    };
     std::optional<LinkServer> server;
+    std::optional<ApplicationBus> bus;
     if (place) {
-        server.emplace(std::move(*place), loop, scheduler,
-                       [&](LinkRequest request, LinkAnswer answer) {
-                           queue.add(std::move(request), std::move(answer));
-                       });
+        server.emplace(std::move(*place), loop, scheduler, receiver);
+        bus.emplace(start.environment(), loop, receiver);
     }
     // Not quit: that asks the windows first, and the launcher's only hides when it is closed.
     const EndSignals endSignals(loop, [] { QCoreApplication::exit(0); });
