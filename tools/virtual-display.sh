@@ -46,6 +46,7 @@ fi
 # The icons are loaded behind the first frame; the program says when the last one has arrived.
 read -r -t 60 -u 4 _ || true
 
+[ "$count" != "1 apps" ] || count="1 app"
 mkdir -p "$(dirname "$picture")"
 xwd -silent -root | convert xwd:- "png:$picture"
 echo "Vellory shows $count; a picture of its window is in $picture"

@@ -75,6 +75,11 @@ class Process {
                                     ? ::read(output_, bytes, sizeof bytes)
                                     : 0;
             if (got <= 0) {
+                if (text != "\n") {
+                    // Why it ended, or what it was doing, is nowhere else to be read.
+                    std::fprintf(stderr, "No line with \"%s\" came after:\n%s%s\n", text.c_str(),
+                                 said_.c_str(), pending_.c_str());
+                }
                 return std::nullopt;
             }
             pending_.append(bytes, static_cast<std::size_t>(got));

@@ -12,8 +12,8 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-struct Desk : World {
-    Desk() {
+struct LinkDesk : World {
+    LinkDesk() {
         Workspace writing;
         writing.id = *Uuid::parse("AAAAAAAA-0000-4000-8000-000000000001");
         writing.name = "Writing";
@@ -55,7 +55,7 @@ struct Desk : World {
 };
 
 TEST(CommandLinks, EachHostDoesItsThing) {
-    Desk desk;
+    LinkDesk desk;
     const std::map<std::string, std::vector<std::string>> table{
         {"vellory://open", {"show"}},
         {"vellory://show", {"show"}},
@@ -90,7 +90,7 @@ TEST(CommandLinks, EachHostDoesItsThing) {
 }
 
 TEST(CommandLinks, AFocusSessionHasItsMinutes) {
-    Desk desk;
+    LinkDesk desk;
     const std::map<std::string, int> table{{"", 25},
                                            {"?minutes=50", 50},
                                            {"?minutes=0", 1},
@@ -115,14 +115,14 @@ TEST(CommandLinks, AFocusSessionHasItsMinutes) {
 }
 
 TEST(CommandLinks, AFocusNameOpensItsWorkspacesOnce) {
-    Desk desk;
+    LinkDesk desk;
     EXPECT_THAT(desk.does("vellory://focus/Deep/Work"), ElementsAre("Writing workspace"));
     EXPECT_THAT(desk.does("vellory://focus/Deep/Work"), IsEmpty());
     EXPECT_THAT(desk.does("vellory://focus/"), IsEmpty());
 }
 
 TEST(CommandLinks, ALayoutThatWasSavedComesBack) {
-    Desk desk;
+    LinkDesk desk;
     desk.model->saveLayout("Work/Home");
     EXPECT_EQ(desk.notices.back(),
               (Notice{"Saved layout “Work/Home”", "square.and.arrow.down", 1.8}));

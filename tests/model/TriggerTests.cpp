@@ -13,7 +13,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using Trigger = Workspace::Trigger;
 
-struct Desk : World {
+struct TriggerDesk : World {
     AppModel& begin(std::map<std::string, std::vector<Trigger>> workspaces,
                     const std::string& zone = "UTC") {
         std::vector<Workspace> list;
@@ -44,7 +44,7 @@ struct Desk : World {
 const std::set<int> everyDay{1, 2, 3, 4, 5, 6, 7};
 
 TEST(Triggers, ASchedulesMinuteOpensItOnce) {
-    Desk desk;
+    TriggerDesk desk;
     desk.clock.time = Date::since1970(1'795'424'370); // Monday 2026-11-23 08:59:30 UTC
     AppModel& model = desk.begin({{"Weekdays", {Trigger::schedule({2, 3, 4, 5, 6}, 9, 0)}},
                                   {"Weekend", {Trigger::schedule({1, 7}, 9, 0)}}});
@@ -68,14 +68,14 @@ TEST(Triggers, ASchedulesMinuteOpensItOnce) {
 
 TEST(Triggers, SchedulesFollowTheClockOnTheWall) {
     // Summer time ends on 2026-10-25 at 01:00 UTC: 02:30 comes twice.
-    Desk autumn;
+    TriggerDesk autumn;
     autumn.clock.time = Date::since1970(1'792'886'340); // 2026-10-24 23:59 UTC
     autumn.begin({{"Night", {Trigger::schedule(everyDay, 2, 30)}}}, "Europe/Stockholm");
     autumn.scheduler.advance(6 * 3600);
     EXPECT_THAT(autumn.opened(), ElementsAre("Night"));
 
     // It begins on 2026-03-29 at 01:00 UTC: 02:30 is skipped, 03:30 comes.
-    Desk spring;
+    TriggerDesk spring;
     spring.clock.time = Date::since1970(1'774'742'340); // 2026-03-28 23:59 UTC
     spring.begin({{"Night", {Trigger::schedule(everyDay, 2, 30)}},
                   {"Later", {Trigger::schedule(everyDay, 3, 30)}}},
@@ -85,7 +85,7 @@ TEST(Triggers, SchedulesFollowTheClockOnTheWall) {
 }
 
 TEST(Triggers, ADisplayOpensItsWorkspaceWhenItIsConnected) {
-    Desk desk;
+    TriggerDesk desk;
     desk.displays.connected = {{"Office Monitor 27", {0, 0, 100, 100}}};
     desk.begin({{"Office", {Trigger::display("office")}}, {"Any", {Trigger::display("")}}});
     desk.displays.changed();
@@ -98,7 +98,7 @@ TEST(Triggers, ADisplayOpensItsWorkspaceWhenItIsConnected) {
 }
 
 TEST(Triggers, AFocusOpensItsWorkspacesWhenItTurnsOn) {
-    Desk desk;
+    TriggerDesk desk;
     AppModel& model = desk.begin({{"A", {Trigger::focus("Work")}},
                                   {"B", {Trigger::focus("work")}},
                                   {"C", {Trigger::focus("Sleep")}}});

@@ -14,7 +14,7 @@ using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
 constexpr double day = 86'400;
-using Mode = Prefs::SmartListMode;
+using SmartListMode = Prefs::SmartListMode;
 
 /// A machine with what one launcher window shows of the suggestions.
 struct Learning : testing::Test, World {
@@ -139,14 +139,14 @@ TEST_F(SmartListTest, EachModeHasItsRule) {
     runningApps.quits("b");
     summon();
     const struct {
-        Mode mode;
+        SmartListMode mode;
         std::string_view heading;
         std::vector<BundleID> apps;
-    } cases[] = {{Mode::suggested, "Suggested for now", {"a", "c", "b"}},
-                 {Mode::recent, "Recently opened", {"b", "a", "c"}},
-                 {Mode::mostUsed, "Most used", {"a", "c", "b"}},
-                 {Mode::newest, "Newest", {"b", "c", "a", "never"}},
-                 {Mode::off, "", {}}};
+    } cases[] = {{SmartListMode::suggested, "Suggested for now", {"a", "c", "b"}},
+                 {SmartListMode::recent, "Recently opened", {"b", "a", "c"}},
+                 {SmartListMode::mostUsed, "Most used", {"a", "c", "b"}},
+                 {SmartListMode::newest, "Newest", {"b", "c", "a", "never"}},
+                 {SmartListMode::off, "", {}}};
     for (const auto& test : cases) {
         model->prefs().setSmartListMode(test.mode);
         scheduler.advance(0);
@@ -215,7 +215,7 @@ TEST_F(SmartListTest, KeysLeadUpIntoTheRowAndBack) {
         runningApps.starts(id);
         runningApps.quits(id);
     }
-    model->prefs().setSmartListMode(Mode::mostUsed);
+    model->prefs().setSmartListMode(SmartListMode::mostUsed);
     model->prefs().setColumns(3);
     summon();
     state->setHighlight(2);

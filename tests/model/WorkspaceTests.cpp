@@ -18,7 +18,7 @@ using testing::IsEmpty;
 using testing::Not;
 using Item = Workspace::Item;
 
-struct Desk : World {
+struct WorkspaceDesk : World {
     Workspace workspace(const std::string& name, std::vector<Item> items,
                         Workspace::Others others = Workspace::Others::keep) {
         Workspace made;
@@ -54,7 +54,7 @@ struct Desk : World {
 };
 
 TEST(Workspaces, TheListIsKeptAndItsDependantsAreToldInOrder) {
-    Desk desk;
+    WorkspaceDesk desk;
     AppModel& model = desk.begin({"a"});
     std::vector<std::string> told;
     QObject::connect(&model, &AppModel::storedDataChanged, [&] { told.emplace_back("data"); });
@@ -89,7 +89,7 @@ TEST(Workspaces, TheListIsKeptAndItsDependantsAreToldInOrder) {
 }
 
 TEST(Workspaces, OpeningStartsWhatIsMissingAndClosingPutsEverythingBack) {
-    Desk desk;
+    WorkspaceDesk desk;
     AppModel& model = desk.begin({"editor", "mail", "chat", "music"},
                                  {"mail", "chat", "org.files", "music", "com.apple.finder"});
     desk.running("music").isHidden = true;
@@ -131,7 +131,7 @@ TEST(Workspaces, ClosingDoesWithLaunchedAppsWhatTheSettingSays) {
              {WorkspaceSession::CloseApps::quit, {"quit a", "start b"}},
              {WorkspaceSession::CloseApps::hide, {"hide a", "start b"}},
              {WorkspaceSession::CloseApps::keep, {"start b"}}}) {
-        Desk desk;
+        WorkspaceDesk desk;
         AppModel& model = desk.begin({"a", "b"}, {"b"});
         model.prefs().setCloseApps(choice);
         model.open(desk.workspace("W", {Item::app("a")}, Workspace::Others::quit), std::nullopt);
@@ -144,7 +144,7 @@ TEST(Workspaces, ClosingDoesWithLaunchedAppsWhatTheSettingSays) {
 }
 
 TEST(Workspaces, TheNextWorkspaceClosesTheOneBeforeButForWhatBothUse) {
-    Desk desk;
+    WorkspaceDesk desk;
     AppModel& model = desk.begin({"a", "b", "shared", "other"}, {"other"});
     const Workspace first =
         desk.workspace("First", {Item::app("a"), Item::app("shared")}, Workspace::Others::hide);
@@ -166,7 +166,7 @@ TEST(Workspaces, TheNextWorkspaceClosesTheOneBeforeButForWhatBothUse) {
 }
 
 TEST(Workspaces, AFocusSessionEndsByItself) {
-    Desk desk;
+    WorkspaceDesk desk;
     AppModel& model = desk.begin({"a"});
     const Workspace workspace = desk.workspace("Deep", {Item::app("a")});
     model.updateWorkspace(workspace);
@@ -193,7 +193,7 @@ TEST(Workspaces, AFocusSessionEndsByItself) {
 }
 
 TEST(Workspaces, WindowsGetTheirFramesAsTheyCome) {
-    Desk desk;
+    WorkspaceDesk desk;
     AppModel& model = desk.begin({"a", "b"}, {"a"});
     Workspace workspace = desk.workspace("W", {Item::app("a"), Item::app("b")});
     workspace.windows = {{"a", 1, {1, 2, 300, 400}, {}},
@@ -226,7 +226,7 @@ TEST(Workspaces, WindowsGetTheirFramesAsTheyCome) {
 }
 
 TEST(Workspaces, AnOpeningThatIsOvertakenPlacesNothingMore) {
-    Desk desk;
+    WorkspaceDesk desk;
     AppModel& model = desk.begin({"a", "b"});
     Workspace first = desk.workspace("First", {Item::app("a")});
     first.windows = {{"a", 0, {1, 2, 300, 400}, {}}};
@@ -241,7 +241,7 @@ TEST(Workspaces, AnOpeningThatIsOvertakenPlacesNothingMore) {
 }
 
 TEST(Workspaces, WithoutPermissionWindowsStayAndTheRestWorks) {
-    Desk desk;
+    WorkspaceDesk desk;
     desk.windowPlacer.trusted = false;
     AppModel& model = desk.begin({"a"});
     Workspace workspace = desk.workspace("W", {Item::app("a")});
@@ -257,7 +257,7 @@ TEST(Workspaces, WithoutPermissionWindowsStayAndTheRestWorks) {
 }
 
 TEST(Workspaces, CapturedFramesAreThoseOfRealWindowsWithTheirDisplay) {
-    Desk desk;
+    WorkspaceDesk desk;
     AppModel& model = desk.begin({"a", "b"}, {"b", "a"});
     desk.displays.connected = {{"Left", {0, 0, 1000, 800}}, {"Right", {1000, 0, 1000, 800}}};
     desk.windowPlacer.windowsOf["a"] = {{1, Workspace::Rect{10, 20, 30, 500}, ""},
@@ -276,7 +276,7 @@ TEST(Workspaces, CapturedFramesAreThoseOfRealWindowsWithTheirDisplay) {
 }
 
 TEST(Workspaces, ManyItemsAreOpenedInSlices) {
-    Desk desk;
+    WorkspaceDesk desk;
     std::vector<Item> items;
     for (int i = 0; i < 10'000; ++i) {
         items.push_back(Item::file("/f" + std::to_string(i)));
@@ -292,7 +292,7 @@ TEST(Workspaces, ManyItemsAreOpenedInSlices) {
 }
 
 TEST(Workspaces, OneIsMadeOfWhatIsOpen) {
-    Desk desk;
+    WorkspaceDesk desk;
     AppModel& model =
         desk.begin({"mail", "web"}, {"web", "org.files", "com.quorvel.vellory", "mail"});
     desk.runningApps.apps.push_back({.bundleID = "daemon", .pid = 5, .isRegular = false});

@@ -300,7 +300,9 @@ void SearchGrid::timerEvent(QTimerEvent* event) {
     }
     constexpr std::size_t batch = 3;
     const std::size_t app = indexOf(Shape::app);
-    const auto rows = static_cast<std::size_t>(std::ceil(viewHeight_ / std::max(1.0, appHeight_)));
+    // The view has no height yet, or less than none, while the window is being laid out.
+    const auto rows =
+        static_cast<std::size_t>(std::ceil(std::max(0.0, viewHeight_) / std::max(1.0, appHeight_)));
     const std::size_t screenful =
         std::min(keptFree, (rows + 1) * static_cast<std::size_t>(std::max(1, columns_)));
     for (std::size_t made = 0; made < batch; ++made) {
