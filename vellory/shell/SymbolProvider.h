@@ -5,8 +5,8 @@
 
 namespace vellory {
 
-/// Serves `image://symbols/<name>/<aarrggbb>`: the symbols of notices and buttons in one colour.
-/// The names are those that stored data and notices use; a name without a drawing gets a plain dot.
+/// Serves `image://symbols/<name>/<aarrggbb>`: the symbols of workspaces, notices and buttons in
+/// one colour. The name (see `Symbols`) is percent-encoded: stored data may hold any text.
 class SymbolProvider : public QQuickImageProvider {
   public:
     SymbolProvider() : QQuickImageProvider(QQuickImageProvider::Image) {}
