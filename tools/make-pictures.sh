@@ -85,6 +85,37 @@ used() {
     printf '{"events":[%s],"keepDays":42}' "$(habits)" > "$work/support/habits.json"
 }
 
+workspaces() {
+    cat > "$work/support/workspaces.json" << 'WORKSPACES'
+[
+ {"id": "5B1F2A60-0001-4D7C-9A51-2C0E5D0A0001", "name": "Deep Work", "symbol": "target",
+  "items": [{"app": {"_0": "code-studio"}}, {"app": {"_0": "terminal"}},
+   {"app": {"_0": "web-browser"}}, {"file": {"_0": "/home/me/Projects/Atlas"}},
+   {"url": {"_0": "https://docs.example.com/atlas"}}],
+  "windows": [{"bundleID": "code-studio", "index": 0,
+   "frame": {"x": 0, "y": 0, "width": 1200, "height": 900}},
+   {"bundleID": "terminal", "index": 0,
+   "frame": {"x": 1200, "y": 0, "width": 720, "height": 900}}],
+  "others": "hide", "focusGrid": false,
+  "triggers": [{"schedule": {"weekdays": [2, 3, 4, 5, 6], "hour": 9, "minute": 0}},
+   {"focus": {"_0": "Do Not Disturb"}}]},
+ {"id": "5B1F2A60-0002-4D7C-9A51-2C0E5D0A0002", "name": "Writing", "symbol": "pencil.line",
+  "items": [{"app": {"_0": "writer"}}, {"app": {"_0": "dictionary"}}, {"app": {"_0": "music"}}],
+  "windows": [], "others": "keep", "triggers": [], "focusGrid": false},
+ {"id": "5B1F2A60-0003-4D7C-9A51-2C0E5D0A0003", "name": "Meetings", "symbol": "video",
+  "items": [{"app": {"_0": "meetings"}}, {"app": {"_0": "calendar"}}, {"app": {"_0": "mail"}}],
+  "windows": [], "others": "keep", "focusGrid": false,
+  "triggers": [{"display": {"_0": "Office"}}]},
+ {"id": "5B1F2A60-0004-4D7C-9A51-2C0E5D0A0004", "name": "Photos", "symbol": "camera",
+  "items": [{"app": {"_0": "photo-library"}}, {"app": {"_0": "drawing"}}],
+  "windows": [], "others": "quit", "triggers": [], "focusGrid": false},
+ {"id": "5B1F2A60-0005-4D7C-9A51-2C0E5D0A0005", "name": "Evening", "symbol": "moon",
+  "items": [{"app": {"_0": "music"}}, {"app": {"_0": "arcade"}}],
+  "windows": [], "others": "keep", "triggers": [], "focusGrid": false}
+]
+WORKSPACES
+}
+
 picture() {
     local file=$1
     shift
@@ -99,6 +130,11 @@ picture context-menu.png --view context-menu --size 1280x800
 picture dragging.png --view dragging --size 1280x800
 picture history.png --view history --size 1280x800
 picture search.png --view search --size 1280x800
+workspaces
+picture workspace-strip.png --view workspace-strip --size 1280x800
+picture workspace-editor.png --view workspace-editor --size 1280x800
+picture focus-session.png --view focus-session --size 1280x800
+rm "$work/support/workspaces.json"
 used
 picture smart-row.png --view smart-row --size 1280x800
 picture habit-bar.png --view habit-bar --size 1280x800

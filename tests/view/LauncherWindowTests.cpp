@@ -112,8 +112,9 @@ TEST_F(LauncherWindowTest, SettingsOpenOverTheGridAndKeysStayInThem) {
     EXPECT_TRUE(controller->settings().isShown());
     settle();
     press(Qt::Key_Down);
-    EXPECT_EQ(controller->settings().page(), 1);
-    press(Qt::Key_Up);
+    press(Qt::Key_Down);
+    EXPECT_EQ(controller->settings().page(), 2);
+    settle();
     press(Qt::Key_Tab);
     press(Qt::Key_Down);
     EXPECT_EQ(model->prefs().smartListMode(), Prefs::SmartListMode::recent);

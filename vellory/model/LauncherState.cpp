@@ -379,6 +379,8 @@ void LauncherState::back() {
         setQuery({});
     } else if (showWindows_) {
         setShowWindows(false);
+    } else if (panel_ != Panel::none) {
+        setPanel(Panel::none);
     } else {
         Q_EMIT hideRequested();
     }

@@ -30,8 +30,17 @@ class LauncherState : public QObject {
     Q_OBJECT
 
   public:
-    /// What may stand over the grid for a while.
-    enum class Panel { none, history, hiddenApps, emoji };
+    /// What may stand over the grid for a while; the workspaces stand beside it, and leave it in
+    /// use.
+    enum class Panel {
+        none,
+        history,
+        hiddenApps,
+        emoji,
+        workspaces,
+        workspaceFromOpen,
+        focusSession
+    };
 
     /// How many apps an open folder shows before it pages.
     static constexpr int folderColumns = 5;
@@ -131,7 +140,8 @@ class LauncherState : public QObject {
     /// folder, else the grid's tiles.
     const std::vector<Tile>& currentItems() const { return currentItems_; }
 
-    /// One step out: the selection, the open folder, the query, the windows view, the launcher.
+    /// One step out: the selection, the open folder, the query, the windows view, the panel,
+    /// the launcher.
     void back();
     /// Opens a folder over the grid; launches an app and asks to be hidden unless kept open.
     void activate(const Tile& tile);

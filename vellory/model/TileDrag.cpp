@@ -94,6 +94,12 @@ void TileDrag::hover(const Point& point) {
     setSpot(point.across < 0.5 ? before : before + 1, std::nullopt, false);
 }
 
+void TileDrag::hoverElsewhere() {
+    if (isActive()) {
+        setSpot(folder_ == source_ ? std::optional(origin_) : std::nullopt, std::nullopt, false);
+    }
+}
+
 void TileDrag::moveTo(int index) {
     if (isActive()) {
         setSpot(std::clamp(index, 0, static_cast<int>(others().size())), std::nullopt, false);

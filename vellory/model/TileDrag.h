@@ -50,6 +50,8 @@ class TileDrag : public QObject {
     /// The middle of a tile takes an app in; its sides make room before and after it; a cell that
     /// no tile is in is the background.
     void hover(const Point& point);
+    /// Off the grid: the others stand as they did, and a drop changes nothing there.
+    void hoverElsewhere();
     /// To the place at `index` among the others, or the nearest one.
     void moveTo(int index);
     /// Onto the tile that stands `steps` from the dragged one, or onto none if it is not there.

@@ -73,6 +73,9 @@ Menu TileMenu::forApp(const BundleID& id) const {
     menu.push_back(entry(meant.size() == 1 ? "New folder" : "New folder with " + count + " apps",
                          "folder.badge.plus",
                          [&state = state_, meant] { state.makeFolder(meant); }));
+    if (MenuEntry workspaces = addToWorkspace(meant); !workspaces.entries.empty()) {
+        menu.push_back(std::move(workspaces));
+    }
     menu.push_back(entry(isSelected ? "Deselect" : "Select", "checkmark",
                          [&state = state_, id] { state.toggleSelected(id); }));
     const auto& suggested = model_.learned().smartList().apps();
@@ -142,6 +145,17 @@ MenuEntry TileMenu::moveIntoFolder(const BundleID& id) const {
         }
     }
     return submenu("Move into folder", "folder", std::move(folders));
+}
+
+MenuEntry TileMenu::addToWorkspace(const std::vector<BundleID>& ids) const {
+    Menu workspaces;
+    for (const Workspace& workspace : model_.workspaces().all()) {
+        workspaces.push_back(
+            entry(workspace.name, workspace.symbol, [&model = model_, id = workspace.id, ids] {
+                model.workspaces().addApps(id, ids);
+            }));
+    }
+    return submenu("Add to workspace", "rectangle.3.group", std::move(workspaces));
 }
 
 Menu TileMenu::forFolder(const Folder& folder) const {
@@ -214,6 +228,8 @@ Menu TileMenu::forBackground() const {
     menu.push_back(entry("Auto folders", "folder.badge.gearshape",
                          [&model = model_] { model.autoFolders(); }));
     separate(menu);
+    menu.push_back(entry("Workspaces…", "rectangle.3.group",
+                         [&state = state_] { state.setPanel(LauncherState::Panel::workspaces); }));
     menu.push_back(entry("Show hidden apps…", "eye",
                          [&state = state_] { state.setPanel(LauncherState::Panel::hiddenApps); }));
     if (model_.hasFilter()) {

@@ -29,6 +29,7 @@ class TileMenu {
     void addPlacing(const Tile& tile, Menu& menu) const;
     MenuEntry folderStyle(const Folder& folder) const;
     MenuEntry moveIntoFolder(const BundleID& id) const;
+    MenuEntry addToWorkspace(const std::vector<BundleID>& ids) const;
 
     AppModel& model_;
     LauncherState& state_;

@@ -28,6 +28,10 @@ class WorkspaceList : public QObject {
     /// Replaces the workspace with the same identity, or adds this one at the end, and saves all.
     /// A file that cannot be written is tried again with the next change.
     void update(const Workspace& workspace);
+    /// Lets the workspace open these apps too, those that it does not open yet.
+    void addApps(const Uuid& id, const std::vector<BundleID>& apps);
+    /// To the place `index` among the others, or the nearest one there is.
+    void move(const Uuid& id, int index);
     /// Also closes nothing: who has it open keeps its session.
     void remove(const Uuid& id);
 

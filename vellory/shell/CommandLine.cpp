@@ -14,9 +14,25 @@ std::filesystem::path pathOf(const QString& text) {
 }
 
 const QStringList& knownViews() {
-    static const QStringList views{
-        "grid",       "grid-dark", "folder",     "context-menu", "history",   "dragging", "search",
-        "calculator", "emoji",     "no-results", "smart-row",    "habit-bar", "settings"};
+    static const QStringList views{"grid",
+                                   "grid-dark",
+                                   "folder",
+                                   "context-menu",
+                                   "history",
+                                   "dragging",
+                                   "search",
+                                   "calculator",
+                                   "emoji",
+                                   "no-results",
+                                   "smart-row",
+                                   "habit-bar",
+                                   "settings",
+                                   "workspace-strip",
+                                   "workspace-list",
+                                   "workspace-editor",
+                                   "workspace-from-open",
+                                   "focus-session",
+                                   "new-focus-session"};
     return views;
 }
 

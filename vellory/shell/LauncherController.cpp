@@ -19,8 +19,8 @@ namespace vellory {
 LauncherController::LauncherController(Parts parts, QObject* parent)
     : QObject(parent), parts_(parts), viewModel_(parts.model, parts.state, iconSources_),
       suggestions_(parts.model, parts.state),
-      suggestionsModel_(parts.model, parts.state, suggestions_, viewModel_),
-      settings_(parts.model) {
+      suggestionsModel_(parts.model, parts.state, suggestions_, viewModel_), settings_(parts.model),
+      workspaces_(parts.model, parts.state, parts.scheduler, viewModel_) {
     connect(&suggestions_, &SuggestionsState::noticePosted, viewModel_.notices(),
             &NoticeList::post);
     connect(&parts_.state, &LauncherState::hideRequested, this, &LauncherController::hide);
@@ -56,7 +56,8 @@ void LauncherController::createWindow() {
     view_->engine()->addImageProvider("backdrop", new BackdropProvider(backdrop_));
     view_->setInitialProperties({{"launcher", QVariant::fromValue(&viewModel_)},
                                  {"suggestions", QVariant::fromValue(&suggestionsModel_)},
-                                 {"settings", QVariant::fromValue(&settings_)}});
+                                 {"settings", QVariant::fromValue(&settings_)},
+                                 {"workspaces", QVariant::fromValue(&workspaces_)}});
     view_->setSource(QUrl("qrc:/qt/qml/Vellory/qml/LauncherView.qml"));
     view_->installEventFilter(this);
     connect(view_.get(), &QQuickWindow::frameSwapped, this, [this] {
@@ -70,7 +71,7 @@ void LauncherController::createWindow() {
         if (view_->isActive()) {
             wasActive_ = true;
             keyCatcher_.stop();
-        } else if (wasActive_ && isShown()) {
+        } else if (wasActive_ && isShown() && !workspaces_.isChoosingFiles()) {
             hide();
         }
     });

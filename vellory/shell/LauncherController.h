@@ -17,6 +17,7 @@
 #include "shell/LauncherViewModel.h"
 #include "shell/SettingsViewModel.h"
 #include "shell/SuggestionsViewModel.h"
+#include "shell/WorkspacesViewModel.h"
 
 class QScreen;
 
@@ -59,6 +60,7 @@ class LauncherController : public QObject {
     LauncherViewModel& viewModel() { return viewModel_; }
     SuggestionsState& suggestions() { return suggestions_; }
     SettingsViewModel& settings() { return settings_; }
+    WorkspacesViewModel& workspaces() { return workspaces_; }
 
   Q_SIGNALS:
     /// The first frame after `show` is on the screen.
@@ -79,6 +81,7 @@ class LauncherController : public QObject {
     SuggestionsState suggestions_;
     SuggestionsViewModel suggestionsModel_;
     SettingsViewModel settings_;
+    WorkspacesViewModel workspaces_;
     std::unique_ptr<QQuickView> view_;
     QSize backdropSize_;
     int backdropGeneration_ = 0;

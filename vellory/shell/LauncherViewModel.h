@@ -71,7 +71,10 @@ class LauncherViewModel : public QObject {
         None = static_cast<int>(LauncherState::Panel::none),
         History = static_cast<int>(LauncherState::Panel::history),
         HiddenApps = static_cast<int>(LauncherState::Panel::hiddenApps),
-        Emoji = static_cast<int>(LauncherState::Panel::emoji)
+        Emoji = static_cast<int>(LauncherState::Panel::emoji),
+        Workspaces = static_cast<int>(LauncherState::Panel::workspaces),
+        WorkspaceFromOpen = static_cast<int>(LauncherState::Panel::workspaceFromOpen),
+        FocusSession = static_cast<int>(LauncherState::Panel::focusSession)
     };
     Q_ENUM(Panel)
 

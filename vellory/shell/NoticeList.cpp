@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 #include <QTimer>
 
@@ -27,25 +28,42 @@ QVariant NoticeList::data(const QModelIndex& index, int role) const {
         return row.text;
     case SymbolRole:
         return row.symbol;
+    case UndoableRole:
+        return row.undo != nullptr;
+    case IdRole:
+        return row.id;
     default:
         return {};
     }
 }
 
 QHash<int, QByteArray> NoticeList::roleNames() const {
-    return {{TextRole, "text"}, {SymbolRole, "symbol"}};
+    return {{TextRole, "text"},
+            {SymbolRole, "symbol"},
+            {UndoableRole, "undoable"},
+            {IdRole, "noticeId"}};
 }
 
-void NoticeList::post(const Notice& notice) {
+void NoticeList::postUndoable(const Notice& notice, std::function<void()> undo) {
     if (rows_.size() == mostNotices) {
         remove(rows_.front().id);
     }
     const int id = ++lastId_;
     beginInsertRows({}, static_cast<int>(rows_.size()), static_cast<int>(rows_.size()));
-    rows_.append({id, QString::fromStdString(notice.text), QString::fromStdString(notice.symbol)});
+    rows_.append({id, QString::fromStdString(notice.text), QString::fromStdString(notice.symbol),
+                  std::move(undo)});
     endInsertRows();
     const auto time = std::chrono::milliseconds(static_cast<int>(notice.seconds * 1000));
     QTimer::singleShot(time, this, [this, id] { remove(id); });
+}
+
+void NoticeList::undo(int id) {
+    const auto row = std::ranges::find(rows_, id, &Row::id);
+    if (row != rows_.end() && row->undo) {
+        const auto undo = row->undo;
+        remove(id);
+        undo();
+    }
 }
 
 void NoticeList::remove(int id) {

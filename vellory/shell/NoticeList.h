@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
+
 #include <QAbstractListModel>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
@@ -16,7 +18,7 @@ class NoticeList : public QAbstractListModel {
     QML_UNCREATABLE("Notices come from the launcher")
 
   public:
-    enum Role { TextRole = Qt::UserRole, SymbolRole };
+    enum Role { TextRole = Qt::UserRole, SymbolRole, UndoableRole, IdRole };
 
     using QAbstractListModel::QAbstractListModel;
 
@@ -24,13 +26,18 @@ class NoticeList : public QAbstractListModel {
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
-    void post(const Notice& notice);
+    void post(const Notice& notice) { postUndoable(notice, {}); }
+    /// While the notice is shown, what it says can be taken back.
+    void postUndoable(const Notice& notice, std::function<void()> undo);
+    /// Takes back what the notice with that `noticeId` says; it goes.
+    Q_INVOKABLE void undo(int id);
 
   private:
     struct Row {
         int id = 0;
         QString text;
         QString symbol;
+        std::function<void()> undo;
     };
 
     void remove(int id);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 
 #include <QBuffer>
 #include <QCoreApplication>
@@ -87,6 +88,47 @@ void dragSomeTile(QQuickWindow& window, TileGrid& grid) {
     }
 }
 
+/// Begins a focus session of a workspace without touching the desk: one that opens nothing.
+void pretendSession(LauncherController& controller, AppModel& model, QSize size) {
+    constexpr int minutes = 25;
+    Workspace empty = model.workspaces().all().front();
+    empty.items.clear();
+    empty.windows.clear();
+    empty.others = Workspace::Others::keep;
+    model.open(empty, minutes);
+    controller.prepare(size);
+    // The notices of its beginning go by themselves.
+    waitFor([&] { return controller.viewModel().notices()->rowCount() == 0; });
+}
+
+/// What shows workspaces. Nothing to do for other views.
+std::expected<void, std::string> arrangeWorkspaces(const QString& view,
+                                                   LauncherController& controller, AppModel& model,
+                                                   LauncherState& state, QSize size) {
+    static const std::set<QString> views{"workspace-strip",   "workspace-list",
+                                         "workspace-editor",  "focus-session",
+                                         "new-focus-session", "workspace-from-open"};
+    if (!views.contains(view)) {
+        return {};
+    }
+    if (model.workspaces().all().empty()) {
+        return std::unexpected("There are no workspaces yet.");
+    }
+    const QString first = QString::fromStdString(model.workspaces().all().front().id.string());
+    if (view == "workspace-list") {
+        state.setPanel(LauncherState::Panel::workspaces);
+    } else if (view == "workspace-editor") {
+        controller.workspaces().edit(first);
+    } else if (view == "focus-session") {
+        pretendSession(controller, model, size);
+    } else if (view == "new-focus-session") {
+        controller.workspaces().chooseSession(first);
+    } else if (view == "workspace-from-open") {
+        controller.workspaces().chooseFromOpen();
+    }
+    return {};
+}
+
 /// Brings the launcher into the state that the picture is to show.
 std::expected<void, std::string> arrange(const QString& view, LauncherController& controller,
                                          AppModel& model, LauncherState& state) {
@@ -147,6 +189,9 @@ std::expected<void, std::string> takeScreenshot(LauncherController& controller, 
                                                 LauncherState& state, const QString& view,
                                                 QSize size, const std::filesystem::path& file) {
     controller.prepare(size);
+    if (auto arranged = arrangeWorkspaces(view, controller, model, state, size); !arranged) {
+        return arranged;
+    }
     if (auto arranged = arrange(view, controller, model, state); !arranged) {
         return arranged;
     }

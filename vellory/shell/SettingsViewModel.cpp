@@ -2,12 +2,15 @@
 #include "shell/SettingsViewModel.h"
 
 #include <array>
+#include <utility>
 
 #include <QDateTime>
 #include <QLocale>
 #include <QVariantMap>
 
+#include "Workspaces/WorkspaceTexts.h"
 #include "shell/IconProvider.h"
+#include "shell/ShownText.h"
 
 namespace vellory {
 
@@ -29,7 +32,8 @@ QString lastUsedText(const std::optional<Date>& date) {
 } // namespace
 
 SettingsViewModel::SettingsViewModel(AppModel& model, QObject* parent)
-    : QObject(parent), model_(model) {
+    : QObject(parent), model_(model), protectedApps_(model) {
+    connect(&model_.prefs(), &Prefs::changed, this, &SettingsViewModel::prefsChanged);
     connect(&model_.prefs(), &Prefs::changed, this, [this](const std::string& key) {
         if (key == "smartListMode") {
             Q_EMIT smartListModeChanged();
@@ -47,6 +51,7 @@ void SettingsViewModel::setShown(bool shown) {
         shown_ = shown;
         Q_EMIT shownChanged();
         if (shown_) {
+            Q_EMIT prefsChanged();
             Q_EMIT habitsChanged();
             Q_EMIT unusedAppsChanged();
         }
@@ -58,6 +63,35 @@ void SettingsViewModel::setPage(int page) {
         page_ = page;
         Q_EMIT pageChanged();
     }
+}
+
+QStringList SettingsViewModel::closeAppsTitles() {
+    return {tr("Quit the apps it opened"), tr("Hide the apps it opened"),
+            tr("Leave the apps it opened")};
+}
+
+void SettingsViewModel::setCloseApps(int index) {
+    using CloseApps = WorkspaceSession::CloseApps;
+    constexpr std::array choices{CloseApps::quit, CloseApps::hide, CloseApps::keep};
+    if (index >= 0 && std::cmp_less(index, choices.size())) {
+        model_.prefs().setCloseApps(choices[static_cast<std::size_t>(index)]);
+    }
+}
+
+QString SettingsViewModel::closingText() const {
+    return toQString(WorkspaceTexts::closing);
+}
+
+QString SettingsViewModel::readFocusText() const {
+    return toQString(WorkspaceTexts::readFocusDirectly);
+}
+
+QString SettingsViewModel::cannotReadFocusText() const {
+    return toQString(WorkspaceTexts::cannotReadFocus);
+}
+
+QString SettingsViewModel::automationText() const {
+    return toQString(WorkspaceTexts::focusByAutomation);
 }
 
 QStringList SettingsViewModel::smartListModes() const {

@@ -8,6 +8,7 @@
 #include <QtQml/qqmlregistration.h>
 
 #include "model/AppModel.h"
+#include "shell/ProtectedApps.h"
 
 namespace vellory {
 
@@ -20,6 +21,22 @@ class SettingsViewModel : public QObject {
 
     Q_PROPERTY(bool shown READ isShown WRITE setShown NOTIFY shownChanged)
     Q_PROPERTY(int page READ page WRITE setPage NOTIFY pageChanged)
+
+    Q_PROPERTY(bool showLabels READ showLabels WRITE setShowLabels NOTIFY prefsChanged)
+    Q_PROPERTY(bool showBadges READ showBadges WRITE setShowBadges NOTIFY prefsChanged)
+    Q_PROPERTY(bool keepOpen READ keepOpen WRITE setKeepOpen NOTIFY prefsChanged)
+    Q_PROPERTY(bool reduceMotion READ reduceMotion WRITE setReduceMotion NOTIFY prefsChanged)
+
+    Q_PROPERTY(QStringList closeAppsTitles READ closeAppsTitles CONSTANT)
+    Q_PROPERTY(int closeApps READ closeApps WRITE setCloseApps NOTIFY prefsChanged)
+    Q_PROPERTY(QString closingText READ closingText CONSTANT)
+    Q_PROPERTY(bool readFocus READ readFocus WRITE setReadFocus NOTIFY prefsChanged)
+    /// Whether the desktop's Focus can be read; asked anew when the settings are shown.
+    Q_PROPERTY(bool canReadFocus READ canReadFocus NOTIFY prefsChanged)
+    Q_PROPERTY(QString readFocusText READ readFocusText CONSTANT)
+    Q_PROPERTY(QString cannotReadFocusText READ cannotReadFocusText CONSTANT)
+    Q_PROPERTY(QString automationText READ automationText CONSTANT)
+    Q_PROPERTY(vellory::ProtectedApps* protectedApps READ protectedApps CONSTANT)
 
     Q_PROPERTY(QStringList smartListModes READ smartListModes CONSTANT)
     Q_PROPERTY(
@@ -35,6 +52,29 @@ class SettingsViewModel : public QObject {
     void setShown(bool shown);
     int page() const { return page_; }
     void setPage(int page);
+
+    bool showLabels() const { return model_.prefs().showLabels(); }
+    void setShowLabels(bool on) { model_.prefs().setShowLabels(on); }
+    bool showBadges() const { return model_.prefs().showBadges(); }
+    void setShowBadges(bool on) { model_.prefs().setShowBadges(on); }
+    bool keepOpen() const { return model_.prefs().keepOpenAfterLaunch(); }
+    void setKeepOpen(bool on) { model_.prefs().setKeepOpenAfterLaunch(on); }
+    bool reduceMotion() const { return model_.prefs().reduceMotion(); }
+    void setReduceMotion(bool on) { model_.prefs().setReduceMotion(on); }
+
+    /// What closing a workspace can do with the apps it launched, in the order of
+    /// `WorkspaceSession::CloseApps`.
+    static QStringList closeAppsTitles();
+    int closeApps() const { return static_cast<int>(model_.prefs().closeApps()); }
+    void setCloseApps(int index);
+    QString closingText() const;
+    bool readFocus() const { return model_.prefs().readFocusDirectly(); }
+    void setReadFocus(bool on) { model_.prefs().setReadFocusDirectly(on); }
+    bool canReadFocus() const { return model_.triggers().canReadFocus(); }
+    QString readFocusText() const;
+    QString cannotReadFocusText() const;
+    QString automationText() const;
+    ProtectedApps* protectedApps() { return &protectedApps_; }
 
     /// The rules for the apps above the grid, in the order of `Prefs::SmartListMode`.
     QStringList smartListModes() const;
@@ -52,12 +92,14 @@ class SettingsViewModel : public QObject {
   Q_SIGNALS:
     void shownChanged();
     void pageChanged();
+    void prefsChanged();
     void smartListModeChanged();
     void habitsChanged();
     void unusedAppsChanged();
 
   private:
     AppModel& model_;
+    ProtectedApps protectedApps_;
     bool shown_ = false;
     int page_ = 0;
 };

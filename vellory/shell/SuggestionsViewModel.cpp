@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <optional>
 
-#include <QDir>
 #include <QLocale>
 #include <QTime>
 #include <QVariantMap>
@@ -13,6 +12,7 @@
 #include "model/LauncherState.h"
 #include "shell/IconProvider.h"
 #include "shell/LauncherViewModel.h"
+#include "shell/ShownText.h"
 
 namespace vellory {
 
@@ -23,13 +23,6 @@ std::optional<BundleID> appOf(const QString& tileId) {
     constexpr QLatin1String prefix("app:");
     return tileId.startsWith(prefix) ? std::optional(tileId.mid(prefix.size()).toStdString())
                                      : std::nullopt;
-}
-
-/// A folder as people write it, below their own as "~".
-QString folderText(const QString& folder) {
-    const QString home = QDir::homePath();
-    const bool isBelow = folder == home || folder.startsWith(home + '/');
-    return isBelow ? "~" + folder.mid(home.size()) : folder;
 }
 
 } // namespace
@@ -137,7 +130,7 @@ QVariantList SuggestionsViewModel::recentDocuments(const QString& tileId) const 
          app ? model_.learned().recentDocuments(*app) : std::vector<std::filesystem::path>{}) {
         out.append(
             QVariantMap{{"name", QString::fromStdString(file.filename().string())},
-                        {"folder", folderText(QString::fromStdString(file.parent_path().string()))},
+                        {"folder", shortPath(QString::fromStdString(file.parent_path().string()))},
                         {"path", QString::fromStdString(file.string())}});
     }
     return out;

@@ -38,6 +38,7 @@ class TileDragViewModel : public QObject {
 
     Q_INVOKABLE bool begin(const QString& tileId);
     Q_INVOKABLE void hover(int cell, qreal across) { drag().hover({cell, across}); }
+    Q_INVOKABLE void hoverElsewhere() { drag().hoverElsewhere(); }
     Q_INVOKABLE void leaveFolder() { drag().leaveFolder(); }
     Q_INVOKABLE void drop() { state_.dropTile(); }
     Q_INVOKABLE void cancel() { drag().cancel(); }

@@ -14,6 +14,14 @@ Item {
     required property Spring pageSpring
     // What may be dragged now; off while a menu or panel stands over the grid.
     property bool ready: true
+    // The workspace under a point that would take a dragged tile in, "" for none; and whether a
+    // point is on something else than the grid. Set by who knows what lies there.
+    property var targetAt: at => ""
+    property var elsewhere: at => false
+    // The workspace that the dragged tile is over.
+    property string workspaceTarget: ""
+
+    signal droppedOnWorkspace(string tileId, string workspace)
 
     readonly property DraggedTile drag: launcher.drag
     property string mode: ""
@@ -85,6 +93,13 @@ Item {
 
     function hover(): void {
         ghost.follow(pointer)
+        workspaceTarget = targetAt(pointer)
+        if (workspaceTarget !== "" || elsewhere(pointer)) {
+            leaving.stop()
+            atEdge.stop()
+            drag.hoverElsewhere()
+            return
+        }
         if (drag.inFolder) {
             const inside = folderPanel.holds(pointer)
             if (inside) {
@@ -97,7 +112,8 @@ Item {
             return
         }
         const edge = Theme.edgeZone
-        const wantsTurn = pointer.x < edge || pointer.x > width - edge
+        const gridLeft = gestures.mapFromItem(grid, 0, 0).x
+        const wantsTurn = pointer.x < gridLeft + edge || pointer.x > gridLeft + grid.width - edge
         if (wantsTurn && !atEdge.running)
             atEdge.restart()
         else if (!wantsTurn)
@@ -110,6 +126,16 @@ Item {
 
     function dropTile(): void {
         const id = drag.tileId
+        if (workspaceTarget !== "" || elsewhere(pointer)) {
+            const workspace = workspaceTarget
+            const at = pointer
+            drag.cancel()
+            if (workspace !== "") {
+                ghost.vanishInto(at)
+                droppedOnWorkspace(id, workspace)
+            }
+            return
+        }
         const into = drag.target !== ""
         const left = drag.inFolder && !folderPanel.holds(pointer)
         if (left)
@@ -227,6 +253,7 @@ Item {
                 leaving.stop()
                 atEdge.stop()
                 gestures.mode = ""
+                gestures.workspaceTarget = ""
                 ghost.hide()
             }
         }

@@ -10,15 +10,21 @@ FocusScope {
     required property Launcher launcher
     required property Suggestions suggestions
     required property Settings settings
+    required property Workspaces workspaces
 
     // Drawn without graphics hardware: scaling the whole stage would cost more than it shows.
     readonly property bool softwareDrawn: GraphicsInfo.api === GraphicsInfo.Software
     readonly property bool folderOpen: launcher.openFolder !== ""
+    // The workspaces stand beside the grid, which keeps the rest of the width.
+    readonly property bool docked: launcher.panel === Launcher.Workspaces
+    readonly property real dockRoom: docked ? dock.width + 2 * Theme.unit : 0
     // A menu or panel stands over everything. What lies below must not hear taps: handlers get them
     // also when something above has taken them.
-    readonly property bool covered: contextMenu.open || launcher.panel !== Launcher.None || settings.shown
+    readonly property bool covered: contextMenu.open || (launcher.panel !== Launcher.None && !docked) || settings.shown
+    // The pointer went down on something that is dragged or scrolled by itself.
+    property bool pressedBeside: false
     // Something on the screen is still on its way; pictures wait for it.
-    readonly property bool moving: opening.running || pageSpring.running || folderPanel.moving || stageFade.running || settingsPanel.moving
+    readonly property bool moving: opening.running || pageSpring.running || folderPanel.moving || stageFade.running || settingsPanel.moving || dock.moving
 
     focus: true
     LayoutMirroring.enabled: launcher.mirrored
@@ -138,17 +144,45 @@ FocusScope {
         onActiveChanged: {
             if (active)
                 contextMenu.origin = point.position
+            view.pressedBeside = active && (dock.shown && dock.contains(dock.mapFromItem(view, point.position))
+                                            || strip.shown && strip.contains(strip.mapFromItem(view, point.position)))
         }
     }
 
     Item {
         id: stage
 
-        anchors.fill: parent
+        anchors { fill: parent; rightMargin: view.dockRoom }
         opacity: view.folderOpen || view.settings.shown ? 0.35 : 1
         scale: view.folderOpen && !Theme.reduceMotion && !view.softwareDrawn ? 0.98 : 1
         Behavior on opacity { NumberAnimation { id: stageFade; duration: Theme.makeRoom } }
         Behavior on scale { NumberAnimation { duration: Theme.makeRoom; easing.type: Easing.OutCubic } }
+
+        WorkspaceStrip {
+            id: strip
+
+            objectName: "workspaceStrip"
+            anchors {
+                left: parent.left
+                right: parent.right
+                leftMargin: Theme.sideMargin(parent.width)
+                rightMargin: Theme.sideMargin(parent.width)
+                top: parent.top
+                topMargin: Theme.edge + Theme.fieldHeight + 2 * Theme.unit
+            }
+            visible: shown && !view.launcher.searching
+            enabled: !view.covered && !view.folderOpen
+            workspaces: view.workspaces
+            target: gestures.workspaceTarget
+            onMenuRequested: (workspace, at) => {
+                contextMenu.origin = at
+                if (workspace === "")
+                    view.workspaces.showNewMenu()
+                else
+                    view.workspaces.showMenu(workspace)
+            }
+            onDone: searchField.takeFocus()
+        }
 
         SmartRow {
             id: smartRow
@@ -157,7 +191,7 @@ FocusScope {
                 left: parent.left
                 right: parent.right
                 top: parent.top
-                topMargin: Theme.edge + Theme.fieldHeight + 2 * Theme.unit
+                topMargin: Theme.edge + Theme.fieldHeight + 2 * Theme.unit + (strip.shown ? strip.height + Theme.unit + 4 : 0)
             }
             visible: shown && !view.launcher.searching
             enabled: !view.covered && !view.folderOpen
@@ -250,6 +284,14 @@ FocusScope {
             restriction: view.launcher.restriction
         }
 
+        SessionCapsule {
+            objectName: "sessionCapsule"
+            anchors { right: searchField.left; rightMargin: 2 * Theme.unit; verticalCenter: searchField.verticalCenter }
+            room: searchField.x - 4 * Theme.unit
+            enabled: !view.covered
+            session: view.workspaces.session
+        }
+
         PageDots {
             anchors.horizontalCenter: parent.horizontalCenter
             anchors.bottom: parent.bottom
@@ -291,6 +333,20 @@ FocusScope {
         enabled: !view.covered
     }
 
+    WorkspacePanel {
+        id: dock
+
+        objectName: "workspacePanel"
+        anchors { right: parent.right; top: parent.top; bottom: parent.bottom; margins: 2 * Theme.unit }
+        width: Math.min(Theme.dockWidth, view.width * 0.55)
+        enabled: shown && !contextMenu.open
+        launcher: view.launcher
+        workspaces: view.workspaces
+        settings: view.settings
+        targeted: gestures.workspaceTarget !== "" && gestures.workspaceTarget === view.workspaces.editor.workspace
+        target: gestures.workspaceTarget
+    }
+
     GridGestures {
         id: gestures
 
@@ -299,7 +355,13 @@ FocusScope {
         grid: grid
         folderPanel: folderPanel
         pageSpring: pageSpring
-        ready: !view.covered
+        ready: !view.covered && !view.pressedBeside
+        onDroppedOnWorkspace: (tileId, workspace) => view.workspaces.addTile(workspace, tileId)
+        targetAt: at => {
+            const onDock = dock.workspaceAt(dock.mapFromItem(gestures, at))
+            return onDock !== "" ? onDock : strip.workspaceAt(strip.mapFromItem(gestures, at))
+        }
+        elsewhere: at => dock.shown && dock.contains(dock.mapFromItem(gestures, at))
     }
 
     WelcomeCard {
@@ -341,13 +403,28 @@ FocusScope {
         launcher: view.launcher
     }
 
+    NewFromOpenPanel {
+        anchors.fill: parent
+        visible: view.launcher.panel === Launcher.WorkspaceFromOpen
+        launcher: view.launcher
+        workspaces: view.workspaces
+    }
+    FocusSessionPanel {
+        anchors.fill: parent
+        visible: view.launcher.panel === Launcher.FocusSession
+        launcher: view.launcher
+        workspaces: view.workspaces
+    }
+
     ContextMenu {
         id: contextMenu
 
         anchors.fill: parent
         launcher: view.launcher
         onClosed: {
-            if (view.launcher.renaming === "" && view.launcher.panel === Launcher.None)
+            if (view.docked)
+                dock.takeFocus()
+            else if (view.launcher.renaming === "" && view.launcher.panel === Launcher.None)
                 view.takeFocus()
         }
     }

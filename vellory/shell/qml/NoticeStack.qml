@@ -24,6 +24,8 @@ Column {
 
             required property string text
             required property string symbol
+            required property bool undoable
+            required property int noticeId
 
             anchors.horizontalCenter: parent?.horizontalCenter
             width: Math.min(content.implicitWidth + 5 * Theme.unit, 640)
@@ -56,6 +58,13 @@ Column {
                     color: Theme.text
                     elide: Text.ElideMiddle
                     font.pixelSize: Theme.bodySize
+                }
+                TextLink {
+                    anchors.verticalCenter: parent.verticalCenter
+                    visible: capsule.undoable
+                    text: qsTr("Undo")
+                    symbol: "arrow.uturn.backward"
+                    onActivated: stack.notices.undo(capsule.noticeId)
                 }
             }
         }

@@ -10,7 +10,8 @@ Rectangle {
     property bool primary: false
     signal activated()
 
-    width: label.implicitWidth + 4 * Theme.unit
+    implicitWidth: label.implicitWidth + 4 * Theme.unit
+    width: implicitWidth
     height: Theme.controlHeight
     radius: height / 2
     color: primary ? Theme.accent : Theme.fieldFill
@@ -31,7 +32,10 @@ Rectangle {
     Text {
         id: label
         anchors.centerIn: parent
+        width: Math.min(implicitWidth, button.width - 2 * Theme.unit)
         text: button.text
+        textFormat: Text.PlainText
+        elide: Text.ElideMiddle
         color: button.primary ? "white" : Theme.text
         font { pixelSize: Theme.bodySize; weight: Font.Medium }
     }

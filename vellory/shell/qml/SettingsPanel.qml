@@ -12,6 +12,8 @@ FocusScope {
     required property Suggestions suggestions
 
     readonly property var pages: [
+        { title: qsTr("General"), component: generalPage },
+        { title: qsTr("Workspaces"), component: workspacesPage },
         { title: qsTr("Suggestions"), component: suggestionsPage },
         { title: qsTr("Not opened in 90 days"), component: unusedPage }
     ]
@@ -29,6 +31,18 @@ FocusScope {
             names.forceActiveFocus()
     }
 
+    Component {
+        id: generalPage
+        GeneralPage {
+            settings: panel.settings
+        }
+    }
+    Component {
+        id: workspacesPage
+        WorkspacesPage {
+            settings: panel.settings
+        }
+    }
     Component {
         id: suggestionsPage
         SuggestionsPage {

@@ -27,6 +27,9 @@ QtObject {
     readonly property color panelFill: dark ? "#f4262a36" : "#f6f5f6fa"
     readonly property color panelBorder: dark ? "#24ffffff" : "#1a000000"
     readonly property color noticeFill: dark ? "#f0303442" : "#f7ffffff"
+    readonly property color chipHover: dark ? "#3dffffff" : "#b3ffffff"
+    readonly property color ringTrack: dark ? "#29ffffff" : "#24000000"
+    readonly property color warning: dark ? "#f2a65a" : "#b45309"
     readonly property color controlBorder: dark ? "#59ffffff" : "#4d000000"
     readonly property color runningDot: dark ? "#d9ffffff" : "#b3000000"
     readonly property color badgeFill: "#e5484d"
@@ -34,6 +37,7 @@ QtObject {
     readonly property color hintText: "#201a00"
 
     readonly property string emojiFamily: "Noto Color Emoji"
+    readonly property string fixedFamily: "monospace"
 
     readonly property int unit: 8
     readonly property int edge: 40
@@ -69,6 +73,11 @@ QtObject {
     readonly property int smallestIcon: 40
     readonly property real smartRowScale: 2 / 3 // of the grid's icons
     readonly property int symbol: 18
+    readonly property int hintSize: 11
+    readonly property int chipHeight: 32
+    readonly property int chipWidth: 240
+    readonly property int dockWidth: 400
+    readonly property int rowHeight: 44
     readonly property int highlightRadius: 20
     readonly property int folderPanelRadius: 28
     readonly property int runningDotSize: 4
@@ -101,7 +110,7 @@ QtObject {
 
     // The image source of a symbol in a colour.
     function symbolSource(name: string, color: color): string {
-        return "image://symbols/" + name + "/" + String(color).slice(1)
+        return "image://symbols/" + encodeURIComponent(name) + "/" + String(color).slice(1)
     }
 
     function sideMargin(width: real): real {
