@@ -128,7 +128,35 @@ class WorkspaceViewTest : public testing::Test, public LauncherWindow {
         settle();
     }
 
+    /// The controls that can be seen; each must have a name.
+    int countNamed() {
+        settle();
+        int count = 0;
+        std::vector<std::string> nameless;
+        walk(QAccessible::queryAccessibleInterface(&window()), count, nameless);
+        EXPECT_THAT(nameless, IsEmpty());
+        return count;
+    }
+
   private:
+    static void walk(QAccessibleInterface* item, int& count, std::vector<std::string>& nameless) {
+        if (item == nullptr || item->state().invisible) {
+            return;
+        }
+        static const std::set<QAccessible::Role> controls{
+            QAccessible::Button,   QAccessible::EditableText, QAccessible::CheckBox,
+            QAccessible::ListItem, QAccessible::RadioButton,  QAccessible::Dialog,
+            QAccessible::List,     QAccessible::ToolBar,      QAccessible::Grouping};
+        if (controls.contains(item->role())) {
+            ++count;
+            if (item->text(QAccessible::Name).isEmpty()) {
+                nameless.push_back(item->object()->metaObject()->className());
+            }
+        }
+        for (int i = 0; i < item->childCount(); ++i) {
+            walk(item->child(i), count, nameless);
+        }
+    }
     static QQuickItem* named(QAccessibleInterface* below, const QString& name) {
         if (below == nullptr || below->state().invisible) {
             return nullptr;
@@ -203,7 +231,7 @@ TEST_F(WorkspaceViewTest, TheMenuDuplicatesMovesRestrictsAndDeletesWithAWayBack)
     choose("Move back");
     EXPECT_THAT(storedNames(), ElementsAre("Deep Work", "Mail", "Deep Work copy"));
     rightClickControl("Mail");
-    choose("Show only this workspace's apps in the grid");
+    choose("Show only its apps");
     EXPECT_TRUE(stored().at(1).focusGrid);
 
     rightClickControl("Deep Work");
@@ -316,6 +344,15 @@ TEST_F(WorkspaceViewTest, AppsAreDraggedFromTheGridOntoTheEditorAndStayOnTheGrid
     carry(middleOf("app:b"), middleOfControl("Mail"));
     EXPECT_THAT(stored().at(1).appIDs(), ElementsAre("b")) << "also onto a chip";
     EXPECT_EQ(onDisk(), "a b [Tools: c d]");
+}
+
+TEST_F(WorkspaceViewTest, TheMenuOfAnAppAddsItToAWorkspace) {
+    openWithTwo();
+    QTest::mouseClick(&window(), Qt::RightButton, Qt::NoModifier, middleOf("app:a05"));
+    choose("Add to workspace");
+    press(Qt::Key_End);
+    press(Qt::Key_Return);
+    EXPECT_THAT(stored().at(1).appIDs(), ElementsAre("a02", "a05"));
 }
 
 TEST_F(WorkspaceViewTest, AppsAndLinksAreAddedByTypingAndBadLinksAreRefused) {
@@ -513,6 +550,63 @@ TEST_F(WorkspaceViewTest, ALengthOutOfRangeStartsNothing) {
         press(Qt::Key_Return);
         EXPECT_FALSE(model->session()) << minutes;
     }
+}
+
+// --- Settings ---
+
+TEST_F(WorkspaceViewTest, TheSettingsHoldWhatAllWorkspacesShareAndInstallTheCommand) {
+    qputenv("HOME", QByteArray::fromStdString(folder.path().string()));
+    focusSource.isReadable = false;
+    openWithTwo();
+    controller->settings().setShown(true);
+    settle();
+    clickControl("Install command-line tool");
+    EXPECT_EQ(noticeShown(), "Installed ~/.local/bin/vellory");
+    EXPECT_TRUE(std::filesystem::exists(folder.path() / ".local" / "bin" / "vellory"));
+    EXPECT_NE(control("Reinstall command-line tool"), nullptr);
+    clickControl("Reduce motion");
+    EXPECT_FALSE(model->prefs().reduceMotion());
+
+    controller->settings().setPage(1);
+    settle();
+    clickControl("Leave the apps it opened");
+    EXPECT_EQ(model->prefs().closeApps(), WorkspaceSession::CloseApps::keep);
+    clickControl("Read the active Focus directly (needs Full Disk Access)");
+    EXPECT_TRUE(model->prefs().readFocusDirectly());
+    EXPECT_NE(control("vellory can't read Focus yet"), nullptr);
+    clickControl("App…");
+    type("a03");
+    press(Qt::Key_Return);
+    EXPECT_THAT(model->prefs().protectedApps(), ElementsAre("a03"));
+    clickControl("Remove A03");
+    EXPECT_THAT(model->prefs().protectedApps(), IsEmpty());
+}
+
+// --- Assistive technology ---
+
+TEST_F(WorkspaceViewTest, EveryControlOfTheseViewsHasAName) {
+    Workspace full = workspaceNamed(1, "Deep Work", {"a00"});
+    full.items.push_back(Workspace::Item::file("/home/me/notes.txt"));
+    full.triggers = {Workspace::Trigger::schedule({2}, 9, 0), Workspace::Trigger::focus("Work")};
+    openWithWorkspaces({full, workspaceNamed(2, "Mail", {"a02"})});
+    model->open(full, 25);
+    show();
+    const QString id = QString::fromStdString(full.id.string());
+    int controls = countNamed();
+    EXPECT_GE(controls, 12 + 3);
+    state->setPanel(LauncherState::Panel::workspaces);
+    EXPECT_GE(countNamed(), controls + 2);
+    edit(1);
+    clickControl("Symbol");
+    EXPECT_GE(countNamed(), controls + 100);
+    press(Qt::Key_Escape);
+    clickControl("Mon at 09:00");
+    clickControl("Focus…");
+    EXPECT_GE(countNamed(), controls + 30);
+    controller->workspaces().chooseSession(id);
+    EXPECT_GE(countNamed(), 8);
+    controller->workspaces().chooseFromOpen();
+    EXPECT_GE(countNamed(), 5);
 }
 
 } // namespace

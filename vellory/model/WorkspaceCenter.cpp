@@ -28,18 +28,13 @@ void WorkspaceCenter::open(const Workspace& asked, std::optional<int> minutes) {
     // A copy: what follows may change the list that it stands in.
     const Workspace workspace = asked;
     Q_EMIT willOpen();
-    std::set<BundleID> leaving;
     if (session_ && session_->workspace != workspace.id) {
         const auto used = workspace.appIDs();
-        leaving = close(true, {used.begin(), used.end()});
+        close(true, {used.begin(), used.end()});
     }
     std::vector<BundleID> running;
     std::set<BundleID> hidden;
     for (const RunningApp& app : runner_.regularApps()) {
-        // One that the workspace before takes with it is not to come back after this one.
-        if (leaving.contains(app.bundleID)) {
-            continue;
-        }
         running.push_back(app.bundleID);
         if (app.isHidden) {
             hidden.insert(app.bundleID);
@@ -60,13 +55,12 @@ void WorkspaceCenter::open(const Workspace& asked, std::optional<int> minutes) {
     }
 }
 
-std::set<BundleID> WorkspaceCenter::close(bool silently, const std::set<BundleID>& keep) {
+void WorkspaceCenter::close(bool silently, const std::set<BundleID>& keep) {
     if (!session_) {
         parts_.workspaces.setActive(std::nullopt);
-        return {};
+        return;
     }
-    std::set<BundleID> quitting =
-        runner_.close(session_->closePlan(parts_.prefs.closeApps()), keep);
+    runner_.close(session_->closePlan(parts_.prefs.closeApps()), keep);
     const std::string name = nameOf(session_->workspace, WorkspaceTexts::unnamed);
     session_.reset();
     sessionTimer_.reset();
@@ -76,7 +70,6 @@ std::set<BundleID> WorkspaceCenter::close(bool silently, const std::set<BundleID
         Q_EMIT noticePosted(Notice::confirmation(WorkspaceTexts::closed(name),
                                                  std::string(WorkspaceTexts::closedSymbol)));
     }
-    return quitting;
 }
 
 std::string WorkspaceCenter::nameOf(const Uuid& workspace, std::string_view otherwise) const {

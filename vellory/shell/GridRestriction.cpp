@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "shell/GridRestriction.h"
 
+#include "shell/ShownText.h"
+
 namespace vellory {
 
 GridRestriction::GridRestriction(AppModel& model, const LauncherState& state, QObject* parent)
@@ -16,11 +18,10 @@ GridRestriction::GridRestriction(AppModel& model, const LauncherState& state, QO
 QString GridRestriction::name() const {
     const auto& filter = model_.focusFilter();
     if (filter && filter->allowedApps(model_.workspaces().all())) {
-        return filter->name.empty() ? tr("Focus") : QString::fromStdString(filter->name);
+        return filter->name.empty() ? tr("Focus") : oneLine(filter->name);
     }
     const Workspace* workspace = model_.workspaces().activeWorkspace();
-    return workspace != nullptr && workspace->focusGrid ? QString::fromStdString(workspace->name)
-                                                        : QString();
+    return workspace != nullptr && workspace->focusGrid ? oneLine(workspace->name) : QString();
 }
 
 } // namespace vellory

@@ -2,6 +2,7 @@
 #include "shell/LauncherController.h"
 
 #include <QCursor>
+#include <QDir>
 #include <QGuiApplication>
 #include <QPointer>
 #include <QQmlEngine>
@@ -19,10 +20,12 @@ namespace vellory {
 LauncherController::LauncherController(Parts parts, QObject* parent)
     : QObject(parent), parts_(parts), viewModel_(parts.model, parts.state, iconSources_),
       suggestions_(parts.model, parts.state),
-      suggestionsModel_(parts.model, parts.state, suggestions_, viewModel_), settings_(parts.model),
+      suggestionsModel_(parts.model, parts.state, suggestions_, viewModel_),
+      settings_(parts.model, QDir::homePath().toStdString()),
       workspaces_(parts.model, parts.state, parts.scheduler, viewModel_) {
     connect(&suggestions_, &SuggestionsState::noticePosted, viewModel_.notices(),
             &NoticeList::post);
+    connect(&settings_, &SettingsViewModel::noticePosted, viewModel_.notices(), &NoticeList::post);
     connect(&parts_.state, &LauncherState::hideRequested, this, &LauncherController::hide);
     connect(&parts_.model, &AppModel::launcherHideRequested, this, &LauncherController::hide);
     connect(&parts_.state, &LauncherState::settingsRequested, &settings_,

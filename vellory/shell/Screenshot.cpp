@@ -158,6 +158,8 @@ std::expected<void, std::string> arrange(const QString& view, LauncherController
         return std::unexpected("There is no habit to offer.");
     }
     if (view == "settings") {
+        constexpr int workspacesPage = 1;
+        controller.settings().setPage(workspacesPage);
         controller.settings().setShown(true);
     }
     return {};

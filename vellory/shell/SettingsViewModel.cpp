@@ -31,8 +31,9 @@ QString lastUsedText(const std::optional<Date>& date) {
 
 } // namespace
 
-SettingsViewModel::SettingsViewModel(AppModel& model, QObject* parent)
-    : QObject(parent), model_(model), protectedApps_(model) {
+SettingsViewModel::SettingsViewModel(AppModel& model, const std::filesystem::path& home,
+                                     QObject* parent)
+    : QObject(parent), model_(model), protectedApps_(model), command_(home) {
     connect(&model_.prefs(), &Prefs::changed, this, &SettingsViewModel::prefsChanged);
     connect(&model_.prefs(), &Prefs::changed, this, [this](const std::string& key) {
         if (key == "smartListMode") {
@@ -52,6 +53,7 @@ void SettingsViewModel::setShown(bool shown) {
         Q_EMIT shownChanged();
         if (shown_) {
             Q_EMIT prefsChanged();
+            Q_EMIT hasCommandChanged();
             Q_EMIT habitsChanged();
             Q_EMIT unusedAppsChanged();
         }
@@ -76,6 +78,11 @@ void SettingsViewModel::setCloseApps(int index) {
     if (index >= 0 && std::cmp_less(index, choices.size())) {
         model_.prefs().setCloseApps(choices[static_cast<std::size_t>(index)]);
     }
+}
+
+void SettingsViewModel::installCommand() {
+    Q_EMIT noticePosted(command_.install());
+    Q_EMIT hasCommandChanged();
 }
 
 QString SettingsViewModel::closingText() const {

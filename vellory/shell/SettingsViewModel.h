@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <filesystem>
+
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -8,6 +10,8 @@
 #include <QtQml/qqmlregistration.h>
 
 #include "model/AppModel.h"
+#include "model/CommandLineTool.h"
+#include "model/Notice.h"
 #include "shell/ProtectedApps.h"
 
 namespace vellory {
@@ -37,6 +41,7 @@ class SettingsViewModel : public QObject {
     Q_PROPERTY(QString cannotReadFocusText READ cannotReadFocusText CONSTANT)
     Q_PROPERTY(QString automationText READ automationText CONSTANT)
     Q_PROPERTY(vellory::ProtectedApps* protectedApps READ protectedApps CONSTANT)
+    Q_PROPERTY(bool hasCommand READ hasCommand NOTIFY hasCommandChanged)
 
     Q_PROPERTY(QStringList smartListModes READ smartListModes CONSTANT)
     Q_PROPERTY(
@@ -46,7 +51,9 @@ class SettingsViewModel : public QObject {
     Q_PROPERTY(QVariantList unusedApps READ unusedApps NOTIFY unusedAppsChanged)
 
   public:
-    explicit SettingsViewModel(AppModel& model, QObject* parent = nullptr);
+    /// `home` is where the command for terminals is kept.
+    SettingsViewModel(AppModel& model, const std::filesystem::path& home,
+                      QObject* parent = nullptr);
 
     bool isShown() const { return shown_; }
     void setShown(bool shown);
@@ -75,6 +82,9 @@ class SettingsViewModel : public QObject {
     QString cannotReadFocusText() const;
     QString automationText() const;
     ProtectedApps* protectedApps() { return &protectedApps_; }
+    /// Whether the command for terminals is there.
+    bool hasCommand() const { return command_.isInstalled(); }
+    Q_INVOKABLE void installCommand();
 
     /// The rules for the apps above the grid, in the order of `Prefs::SmartListMode`.
     QStringList smartListModes() const;
@@ -93,6 +103,8 @@ class SettingsViewModel : public QObject {
     void shownChanged();
     void pageChanged();
     void prefsChanged();
+    void hasCommandChanged();
+    void noticePosted(const vellory::Notice& notice);
     void smartListModeChanged();
     void habitsChanged();
     void unusedAppsChanged();
@@ -100,6 +112,7 @@ class SettingsViewModel : public QObject {
   private:
     AppModel& model_;
     ProtectedApps protectedApps_;
+    CommandLineTool command_;
     bool shown_ = false;
     int page_ = 0;
 };

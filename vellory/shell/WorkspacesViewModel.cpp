@@ -153,14 +153,13 @@ Menu WorkspacesViewModel::menuOf(const Workspace& workspace) {
     menu.push_back(MenuEntry::separator());
     menu.push_back(menuEntry(tr("Edit…"), "pencil", [this, id] { edit(id); }));
     menu.push_back(menuEntry(tr("Duplicate"), "square.on.square", [this, id] { duplicate(id); }));
-    MenuEntry restricts = menuEntry(toQString(WorkspaceTexts::focusGrid), "", [this, id] {
+    MenuEntry restricts = menuEntry(tr("Show only its apps"), "square.grid.3x3", [this, id] {
         if (const Workspace* found = find(id)) {
             Workspace changed = *found;
             changed.focusGrid = !changed.focusGrid;
             model_.updateWorkspace(changed);
         }
     });
-    restricts.symbol = "square.grid.3x3";
     restricts.isChecked = workspace.focusGrid;
     menu.push_back(std::move(restricts));
     menu.push_back(MenuEntry::separator());

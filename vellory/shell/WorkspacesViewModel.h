@@ -4,9 +4,11 @@
 #include <optional>
 #include <string>
 
+#include <QDir>
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QUrl>
 #include <QVariantList>
 #include <QtQml/qqmlregistration.h>
 
@@ -46,6 +48,8 @@ class WorkspacesViewModel : public QObject {
     Q_PROPERTY(
         bool choosingFiles READ isChoosingFiles WRITE setChoosingFiles NOTIFY choosingFilesChanged)
 
+    /// Where a dialog for files begins.
+    Q_PROPERTY(QUrl home READ home CONSTANT)
     Q_PROPERTY(QString newFromOpenText READ newFromOpenText CONSTANT)
     Q_PROPERTY(QStringList takeTexts READ takeTexts CONSTANT)
     Q_PROPERTY(QString asksOnceText READ asksOnceText CONSTANT)
@@ -70,6 +74,7 @@ class WorkspacesViewModel : public QObject {
     bool isChoosingFiles() const { return choosingFiles_; }
     void setChoosingFiles(bool on);
 
+    QUrl home() const { return QUrl::fromLocalFile(QDir::homePath()); }
     QString newFromOpenText() const;
     QStringList takeTexts() const;
     QString asksOnceText() const;

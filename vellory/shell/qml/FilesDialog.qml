@@ -9,7 +9,9 @@ Item {
     signal chosen(var files)
     signal closed()
 
-    function choose(folders: bool): void {
+    function choose(folders: bool, from: url): void {
+        files.currentFolder = from
+        folder.currentFolder = from
         if (folders)
             folder.open()
         else

@@ -38,6 +38,7 @@ Rectangle {
             color: chip.restriction.lifted ? Theme.textDim : Theme.text
             font { pixelSize: Theme.labelSize; weight: Font.DemiBold; strikeout: chip.restriction.lifted }
             elide: Text.ElideRight
+            maximumLineCount: 1
         }
         Text {
             id: action

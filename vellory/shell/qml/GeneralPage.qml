@@ -35,4 +35,19 @@ Column {
         checked: page.settings.reduceMotion
         onToggled: page.settings.reduceMotion = !page.settings.reduceMotion
     }
+    Item { width: 1; height: Theme.unit }
+    SettingsHeading {
+        width: parent.width
+        text: qsTr("Terminal")
+        bottomPadding: 4
+    }
+    HintText {
+        width: parent.width
+        text: qsTr("The command “vellory” opens the grid, workspaces and focus sessions from scripts and terminals.")
+        bottomPadding: 4
+    }
+    PanelButton {
+        text: page.settings.hasCommand ? qsTr("Reinstall command-line tool") : qsTr("Install command-line tool")
+        onActivated: page.settings.installCommand()
+    }
 }

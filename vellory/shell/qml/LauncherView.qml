@@ -265,8 +265,9 @@ FocusScope {
         EmptyState {
             anchors.centerIn: parent
             visible: !view.launcher.searching && view.launcher.tiles.count === 0
-            title: qsTr("No apps yet")
-            text: qsTr("Apps appear here as soon as they are installed.")
+            readonly property bool narrowed: view.launcher.restriction.name !== "" && !view.launcher.restriction.lifted
+            title: narrowed ? qsTr("No apps in “%1”").arg(view.launcher.restriction.name) : qsTr("No apps yet")
+            text: narrowed ? qsTr("“Show all apps” brings the others back.") : qsTr("Apps appear here as soon as they are installed.")
         }
 
         SearchField {
@@ -311,7 +312,7 @@ FocusScope {
         anchors.bottom: parent.bottom
         anchors.bottomMargin: Theme.habitBarEdge
         room: view.width
-        visible: view.suggestions.hasOffer && !view.launcher.welcoming && !view.folderOpen && !view.launcher.searching
+        visible: view.suggestions.hasOffer && !view.launcher.welcoming && !view.docked && !view.folderOpen && !view.launcher.searching
         suggestions: view.suggestions
         onDone: searchField.takeFocus()
     }
@@ -368,7 +369,7 @@ FocusScope {
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.bottom: parent.bottom
         anchors.bottomMargin: Theme.noticeEdge
-        visible: view.launcher.welcoming && !view.folderOpen && !view.launcher.searching
+        visible: view.launcher.welcoming && !view.docked && !view.folderOpen && !view.launcher.searching
         launcher: view.launcher
     }
 

@@ -63,6 +63,7 @@ Item {
         text: line.entry.text
         textFormat: Text.PlainText
         elide: Text.ElideMiddle
+        maximumLineCount: 1
         color: line.chosen ? "white" : Theme.text
         font.pixelSize: Theme.bodySize
     }

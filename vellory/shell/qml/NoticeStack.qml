@@ -57,6 +57,7 @@ Column {
                     textFormat: Text.PlainText
                     color: Theme.text
                     elide: Text.ElideMiddle
+                    maximumLineCount: 1
                     font.pixelSize: Theme.bodySize
                 }
                 TextLink {

@@ -73,6 +73,7 @@ FocusScope {
 
                     Rectangle {
                         id: symbolButton
+                        anchors.left: parent.left
                         width: 44
                         height: 44
                         radius: 12

@@ -95,6 +95,7 @@ FocusScope {
 
         SymbolButton {
             id: backButton
+            anchors.left: parent.left
             visible: panel.editing
             width: visible ? implicitWidth : 0
             implicitWidth: Theme.controlHeight
@@ -104,7 +105,7 @@ FocusScope {
         }
         Text {
             id: heading
-            anchors { left: backButton.right; leftMargin: panel.editing ? 4 : 4; right: closeButton.left; verticalCenter: parent.verticalCenter }
+            anchors { left: backButton.right; leftMargin: 4; right: closeButton.left; verticalCenter: parent.verticalCenter }
             text: panel.editing ? qsTr("Edit workspace") : qsTr("Workspaces")
             elide: Text.ElideRight
             color: Theme.text
@@ -146,7 +147,7 @@ FocusScope {
                 files.active = true
                 if (files.item) {
                     panel.workspaces.choosingFiles = true
-                    files.item.choose(folders)
+                    files.item.choose(folders, panel.workspaces.home)
                 }
             }
         }

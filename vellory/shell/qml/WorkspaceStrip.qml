@@ -83,7 +83,6 @@ FocusScope {
         clip: contentWidth > width
         focus: true
         orientation: ListView.Horizontal
-        layoutDirection: strip.LayoutMirroring.enabled ? Qt.RightToLeft : Qt.LeftToRight
         boundsBehavior: Flickable.StopAtBounds
         interactive: contentWidth > width
         spacing: Theme.unit
