@@ -10,6 +10,8 @@ constexpr xcb_window_t work = 1;
 constexpr xcb_window_t other = 2;
 constexpr xcb_window_t first = 11;
 constexpr xcb_window_t second = 12;
+constexpr xcb_window_t third = 13;
+constexpr xcb_window_t fourth = 14;
 
 TEST(FocusKeeper, EachNewWindowGivesTheFocusBackOnce) {
     FocusKeeper keeper;
@@ -39,6 +41,13 @@ TEST(FocusKeeper, FocusGoesBackToWhereTheUserIsNow) {
     EXPECT_EQ(keeper.focused(first, "app", 0.4), other);
     keeper.drop("slow");
     EXPECT_EQ(keeper.focused(second, "slow", 0.5), std::nullopt) << "wanted in front after all";
+
+    keeper.begin("late", {}, other, 0.6);
+    keeper.drop("slow", second);
+    EXPECT_EQ(keeper.focused(third, "late", 0.7), second) << "the one that is wanted in front";
+    keeper.begin("later", {}, second, 0.8);
+    keeper.release(second);
+    EXPECT_EQ(keeper.focused(fourth, "later", 0.9), std::nullopt) << "hidden in the meantime";
 
     FocusKeeper idle;
     idle.begin("app", {}, XCB_WINDOW_NONE, 0);

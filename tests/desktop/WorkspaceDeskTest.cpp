@@ -58,10 +58,13 @@ class WorkspaceDeskTest : public LauncherOnDesktop {
         return becomesRunning(id);
     }
 
-    WorkspaceSession open(const Workspace& workspace) {
+    WorkspaceSession open(const Workspace& workspace, const std::set<BundleID>& leaving = {}) {
         std::vector<BundleID> ids;
         std::set<BundleID> hidden;
         for (const RunningApp& app : runner->regularApps()) {
+            if (leaving.contains(app.bundleID)) {
+                continue;
+            }
             ids.push_back(app.bundleID);
             if (app.isHidden) {
                 hidden.insert(app.bundleID);
@@ -71,8 +74,8 @@ class WorkspaceDeskTest : public LauncherOnDesktop {
         runner->open(workspace, {});
         return begun;
     }
-    void close(const WorkspaceSession& opened, const std::set<BundleID>& keep = {}) {
-        runner->close(opened.closePlan(WorkspaceSession::CloseApps::quit), keep);
+    std::set<BundleID> close(const WorkspaceSession& opened, const std::set<BundleID>& keep = {}) {
+        return runner->close(opened.closePlan(WorkspaceSession::CloseApps::quit), keep);
     }
 
     std::vector<std::string> runningNow() const {
@@ -83,13 +86,16 @@ class WorkspaceDeskTest : public LauncherOnDesktop {
         return ids;
     }
     /// Waits until these apps run, the hidden ones in parentheses.
-    bool becomes(std::vector<std::string> wanted) {
+    testing::AssertionResult becomes(std::vector<std::string> wanted) {
         std::ranges::sort(wanted);
-        return loop.runUntil([&] {
-            auto now = runningNow();
+        std::vector<std::string> now;
+        const bool came = loop.runUntil([&] {
+            now = runningNow();
             std::ranges::sort(now);
             return now == wanted;
         });
+        return (came ? testing::AssertionSuccess() : testing::AssertionFailure())
+               << "running: " << testing::PrintToString(now);
     }
     bool takesFrame(xcb_window_t window, const Rect& frame) {
         return loop.runUntil([&] { return view.outerFrame(window) == frame; });
@@ -129,8 +135,9 @@ TEST_F(WorkspaceDeskTest, TheNextWorkspaceTakesOverAndClosingPutsTheDeskBack) {
     ASSERT_TRUE(becomes({"alone", "shared", "(other)", "(asleep)"}));
     EXPECT_THAT(first.hidden, ElementsAre("other")) << "the sleeping one was hidden before";
 
-    close(first, {"shared", "fresh"});
-    const WorkspaceSession second = open(workspace({"shared", "fresh"}, Workspace::Others::quit));
+    const auto leaving = close(first, {"shared", "fresh"});
+    const WorkspaceSession second =
+        open(workspace({"shared", "fresh"}, Workspace::Others::quit), leaving);
     ASSERT_TRUE(becomes({"shared", "fresh"}));
     EXPECT_THAT(second.launched, ElementsAre("fresh"));
     EXPECT_EQ(view.listed().size(), 2U) << "no second window of what ran already";

@@ -148,20 +148,24 @@ TEST(Workspaces, TheNextWorkspaceClosesTheOneBeforeButForWhatBothUse) {
     AppModel& model = desk.begin({"a", "b", "shared", "other"}, {"other"});
     const Workspace first =
         desk.workspace("First", {Item::app("a"), Item::app("shared")}, Workspace::Others::hide);
-    const Workspace second = desk.workspace("Second", {Item::app("shared"), Item::app("b")});
+    const Workspace second =
+        desk.workspace("Second", {Item::app("shared"), Item::app("b")}, Workspace::Others::quit);
     model.open(first, std::nullopt);
     desk.runningApps.starts("a");
     desk.runningApps.starts("shared");
     desk.asked();
     model.open(second, std::nullopt);
     EXPECT_THAT(desk.asked(), ElementsAre("unhide other", "quit a", "start shared", "start b",
-                                          "activate shared"));
+                                          "quit other", "quit a", "activate shared"));
     EXPECT_THAT(desk.texts(), ElementsAre("First workspace", "Second workspace"));
     EXPECT_EQ(model.session()->launched, std::vector<BundleID>{"b"});
+    EXPECT_THAT(model.session()->quit, ElementsAre("other"))
+        << "what the first one takes with it does not come back";
 
     // Opened once more, it only takes the place of its own session.
     model.open(second, 5);
-    EXPECT_THAT(desk.asked(), ElementsAre("start shared", "start b", "activate shared"));
+    EXPECT_THAT(desk.asked(),
+                ElementsAre("start shared", "start b", "quit other", "quit a", "activate shared"));
     EXPECT_EQ(model.session()->launched, std::vector<BundleID>{"b"});
 }
 

@@ -28,13 +28,18 @@ void WorkspaceCenter::open(const Workspace& asked, std::optional<int> minutes) {
     // A copy: what follows may change the list that it stands in.
     const Workspace workspace = asked;
     Q_EMIT willOpen();
+    std::set<BundleID> leaving;
     if (session_ && session_->workspace != workspace.id) {
         const auto used = workspace.appIDs();
-        close(true, {used.begin(), used.end()});
+        leaving = close(true, {used.begin(), used.end()});
     }
     std::vector<BundleID> running;
     std::set<BundleID> hidden;
     for (const RunningApp& app : runner_.regularApps()) {
+        // One that the workspace before takes with it is not to come back after this one.
+        if (leaving.contains(app.bundleID)) {
+            continue;
+        }
         running.push_back(app.bundleID);
         if (app.isHidden) {
             hidden.insert(app.bundleID);
@@ -55,12 +60,13 @@ void WorkspaceCenter::open(const Workspace& asked, std::optional<int> minutes) {
     }
 }
 
-void WorkspaceCenter::close(bool silently, const std::set<BundleID>& keep) {
+std::set<BundleID> WorkspaceCenter::close(bool silently, const std::set<BundleID>& keep) {
     if (!session_) {
         parts_.workspaces.setActive(std::nullopt);
-        return;
+        return {};
     }
-    runner_.close(session_->closePlan(parts_.prefs.closeApps()), keep);
+    std::set<BundleID> quitting =
+        runner_.close(session_->closePlan(parts_.prefs.closeApps()), keep);
     const std::string name = nameOf(session_->workspace, WorkspaceTexts::unnamed);
     session_.reset();
     sessionTimer_.reset();
@@ -70,6 +76,7 @@ void WorkspaceCenter::close(bool silently, const std::set<BundleID>& keep) {
         Q_EMIT noticePosted(Notice::confirmation(WorkspaceTexts::closed(name),
                                                  std::string(WorkspaceTexts::closedSymbol)));
     }
+    return quitting;
 }
 
 std::string WorkspaceCenter::nameOf(const Uuid& workspace, std::string_view otherwise) const {

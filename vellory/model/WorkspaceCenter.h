@@ -60,7 +60,8 @@ class WorkspaceCenter : public QObject {
     /// is open is closed first, but for the apps that both use.
     void open(const Workspace& workspace, std::optional<int> minutes);
     /// Puts everything back as it was before the workspace was opened, but for the apps in `keep`.
-    void close(bool silently, const std::set<BundleID>& keep = {});
+    /// Returns the apps that were asked to quit for it.
+    std::set<BundleID> close(bool silently, const std::set<BundleID>& keep = {});
 
     /// Makes a workspace of what is open, adds it to the list and hands it to `done`: later when
     /// other programs have to be asked.

@@ -127,17 +127,22 @@ void WorkspaceRunner::appLaunched(const BundleID& app) {
 
 // --- Closing ---
 
-void WorkspaceRunner::close(const WorkspaceSession::ClosePlan& plan,
-                            const std::set<BundleID>& keep) {
+std::set<BundleID> WorkspaceRunner::close(const WorkspaceSession::ClosePlan& plan,
+                                          const std::set<BundleID>& keep) {
     giveUp();
+    std::set<BundleID> quitting;
     for (const auto& action : plan.actions(idsOf(regularApps()), keep)) {
         perform(action);
+        if (action.change == WorkspaceSession::Change::quit) {
+            quitting.insert(action.app);
+        }
     }
     for (const BundleID& id : plan.appsToReopen(keep)) {
         if (const auto app = parts_.locate(id)) {
             parts_.runningApps.open(*app, RunningApps::Open::inBackground, [](const auto&) {});
         }
     }
+    return quitting;
 }
 
 void WorkspaceRunner::perform(const WorkspaceSession::Action& action) {

@@ -49,8 +49,10 @@ class WorkspaceRunner {
     /// first app to the front. What an earlier opening still waits for is given up.
     void open(const Workspace& workspace, const std::set<BundleID>& protectedApps);
 
-    /// Undoes what a session did, but for the apps in `keep`.
-    void close(const WorkspaceSession::ClosePlan& plan, const std::set<BundleID>& keep);
+    /// Undoes what a session did, but for the apps in `keep`. Returns the apps that were asked to
+    /// quit: they run a little longer.
+    std::set<BundleID> close(const WorkspaceSession::ClosePlan& plan,
+                             const std::set<BundleID>& keep);
 
     /// The running apps that have a place in the dock or task bar, in the desktop's order.
     std::vector<RunningApp> regularApps() const;

@@ -28,8 +28,14 @@ class FocusKeeper {
     void begin(const BundleID& app, const std::vector<xcb_window_t>& shown, xcb_window_t active,
                double now);
 
-    /// The app is wanted in front after all.
-    void drop(const BundleID& app) { guarded_.erase(app); }
+    /// The app is wanted in front after all, with this window if it has one yet.
+    void drop(const BundleID& app, xcb_window_t wanted = XCB_WINDOW_NONE) {
+        guarded_.erase(app);
+        kept_ = wanted == XCB_WINDOW_NONE ? kept_ : wanted;
+    }
+
+    /// The window goes from the desk: giving it the focus back would bring it back as well.
+    void release(xcb_window_t window) { kept_ = kept_ == window ? XCB_WINDOW_NONE : kept_; }
 
     /// Whether anybody is kept from the focus.
     bool isOn(double now);

@@ -123,6 +123,7 @@ class LinuxRunningApps::Session {
         const auto open = std::ranges::find_if(windows.rbegin(), windows.rend(),
                                                [](const AppWindow& w) { return !w.isHidden; });
         const AppWindow& front = open == windows.rend() ? windows.back() : *open;
+        keeper_.drop(id, front.window);
         giveFocus(front.window);
         lookAfterEvents();
         return true;
@@ -130,6 +131,7 @@ class LinuxRunningApps::Session {
 
     bool hide(const BundleID& id) {
         return forWindowsOf(id, [&](const AppWindow& window) {
+            keeper_.release(window.window);
             connection_->sendToWindowManager(window.window, connection_->atom("WM_CHANGE_STATE"),
                                              {XCB_ICCCM_WM_STATE_ICONIC});
         });
