@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <map>
 #include <mutex>
 #include <stdexcept>
 #include <string>
@@ -11,7 +12,8 @@
 
 namespace vellory::test {
 
-/// Owns a name on the session's bus, answers every call with nothing and remembers what was asked.
+/// Owns a name on the session's bus, answers every call with nothing or what it was told to, and
+/// remembers what was asked.
 class FakeService {
   public:
     FakeService(const DesktopSession& session, const std::string& name)
@@ -20,7 +22,7 @@ class FakeService {
               static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                                 G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
               nullptr, nullptr, nullptr)) {
-        g_dbus_connection_add_filter(bus_.get(), &FakeService::answer, this, nullptr);
+        g_dbus_connection_add_filter(bus_.get(), &FakeService::hear, this, nullptr);
         const glib::Variant owned = glib::own(g_dbus_connection_call_sync(
             bus_.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
             "RequestName", g_variant_new("(su)", name.c_str(), 0), nullptr, G_DBUS_CALL_FLAGS_NONE,
@@ -39,6 +41,12 @@ class FakeService {
         return calls_;
     }
 
+    /// Answers calls of `method` with the values that `text` spells, as GVariant prints them.
+    void answer(const std::string& method, const std::string& text) {
+        const std::lock_guard lock(mutex_);
+        answers_[method] = text;
+    }
+
     /// Sends a signal to everybody on the bus.
     void emit(const char* path, const char* interface, const char* signal, GVariant* arguments) {
         g_dbus_connection_emit_signal(bus_.get(), nullptr, path, interface, signal, arguments,
@@ -47,8 +55,8 @@ class FakeService {
     }
 
   private:
-    static GDBusMessage* answer(GDBusConnection* bus, GDBusMessage* message, gboolean isIncoming,
-                                gpointer self) {
+    static GDBusMessage* hear(GDBusConnection* bus, GDBusMessage* message, gboolean isIncoming,
+                              gpointer self) {
         if (isIncoming == FALSE ||
             g_dbus_message_get_message_type(message) != G_DBUS_MESSAGE_TYPE_METHOD_CALL) {
             return message;
@@ -65,6 +73,13 @@ class FakeService {
                                  : glib::text(glib::Chars(g_variant_print(body, FALSE)).get())));
         }
         const glib::Object<GDBusMessage> reply(g_dbus_message_new_method_reply(message));
+        {
+            const std::lock_guard lock(service.mutex_);
+            const auto told = service.answers_.find(g_dbus_message_get_member(message));
+            if (told != service.answers_.end()) {
+                g_dbus_message_set_body(reply.get(), g_variant_new_parsed(told->second.c_str()));
+            }
+        }
         g_dbus_connection_send_message(bus, reply.get(), G_DBUS_SEND_MESSAGE_FLAGS_NONE, nullptr,
                                        nullptr);
         g_object_unref(message);
@@ -74,6 +89,7 @@ class FakeService {
     glib::Object<GDBusConnection> bus_;
     mutable std::mutex mutex_;
     std::vector<std::string> calls_;
+    std::map<std::string, std::string> answers_; ///< by method
 };
 
 } // namespace vellory::test

@@ -6,10 +6,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "DesktopSession.h"
-#include "PollLoop.h"
+#include "FakeService.h"
+#include "LauncherOnDesktop.h"
 #include "platform/linux/GLibPointers.h"
 #include "platform/linux/LinuxDesktop.h"
+#include "platform/linux/SoundPlayer.h"
 #include "platform/linux/Wallpaper.h"
 #include "platform/linux/X11Connection.h"
 
@@ -43,10 +44,11 @@ class Announcer {
     glib::Object<GDBusConnection> bus_;
 };
 
-TEST(LinuxDesktop, BadgesFollowWhatAppsAnnounce) {
-    const DesktopSession session;
-    PollLoop loop;
-    const LinuxDesktop desktop(session.environment());
+class LinuxDesktopTest : public LauncherOnDesktop {};
+
+TEST_F(LinuxDesktopTest, BadgesFollowWhatAppsAnnounce) {
+    begin();
+    const LinuxDesktop desktop(session.environment(), *apps, loop);
     EXPECT_THAT(desktop.badges(), IsEmpty());
     // The port offers no event for badges: they are asked for. A repeated question is no wait.
     const auto tick = loop.every(0.01, [] {});
@@ -74,15 +76,19 @@ TEST(LinuxDesktop, BadgesFollowWhatAppsAnnounce) {
     EXPECT_TRUE(loop.runUntil([&] { return desktop.badges().empty(); })) << "the app has quit";
 }
 
-TEST(LinuxDesktop, NoBusNoBadges) {
-    const LinuxDesktop desktop(SessionEnvironment{{"HOME=/"}});
+TEST_F(LinuxDesktopTest, WithoutABusThereIsNothing) {
+    begin();
+    const SessionEnvironment bare{{"HOME=/"}};
+    const LinuxDesktop desktop(bare, *apps, loop);
     EXPECT_THAT(desktop.badges(), IsEmpty());
+    EXPECT_THAT(desktop.openFolders(), IsEmpty());
+    EXPECT_THAT(desktop.openTabs(), IsEmpty());
     EXPECT_EQ(desktop.backdrop({0, 0, 100, 100}), std::nullopt);
 }
 
-TEST(LinuxDesktop, BackdropIsTheRootPictureElseTheScreen) {
-    const DesktopSession session;
-    const LinuxDesktop desktop(session.environment());
+TEST_F(LinuxDesktopTest, BackdropIsTheRootPictureElseTheScreen) {
+    begin();
+    const LinuxDesktop desktop(session.environment(), *apps, loop);
     const auto connection = X11Connection::open(session.environment().value("DISPLAY"));
     const auto paint = [&](xcb_drawable_t drawable, std::uint32_t colour) {
         const xcb_gcontext_t context = xcb_generate_id(connection->get());
@@ -119,6 +125,34 @@ TEST(LinuxDesktop, BackdropIsTheRootPictureElseTheScreen) {
           Desktop::Area{0, 0, 1 << 30, 1 << 30}}) {
         EXPECT_EQ(backdrop(area), std::nullopt);
     }
+}
+
+// There is no sound system in the session: nobody waits and nothing fails.
+TEST_F(LinuxDesktopTest, SoundsWithoutASoundSystemAreSilent) {
+    begin();
+    LinuxDesktop desktop(session.environment(), *apps, loop);
+    desktop.playSound("Glass");
+    desktop.playSound("no such sound\n");
+    EXPECT_EQ(SoundPlayer::eventFor("Glass"), "complete");
+    EXPECT_EQ(SoundPlayer::eventFor("../x"), "bell");
+}
+
+TEST_F(LinuxDesktopTest, FoldersAreThoseTheFileManagerShows) {
+    begin();
+    const LinuxDesktop desktop(session.environment(), *apps, loop);
+    EXPECT_THAT(desktop.openFolders(), IsEmpty()) << "and nobody is started to be asked";
+    FakeService manager(session, "org.freedesktop.FileManager1");
+    EXPECT_THAT(desktop.openFolders(), IsEmpty()) << "an answer of another kind";
+    manager.answer("GetAll",
+                   "({'OpenLocations': <['file:///b%20c/%C3%B6', 'trash:///', 'file:///a', "
+                   "'file:///a', 'relative', 'file://elsewhere/x', '']>},)");
+    EXPECT_THAT(desktop.openFolders(), ElementsAre("/b c/\u00f6", "/a"));
+    manager.answer("GetAll",
+                   "({'OpenLocations': <['file:///a', 'file:///z']>, 'OpenWindowsWithLocations': "
+                   "<{'/w/1': ['file:///z', 'file:///y'], '/w/2': @as []}>},)");
+    EXPECT_THAT(desktop.openFolders(), ElementsAre("/z", "/y", "/a"));
+    manager.answer("GetAll", "({'OpenLocations': <5>},)");
+    EXPECT_THAT(desktop.openFolders(), IsEmpty());
 }
 
 TEST(Wallpaper, FirstPictureOfASlideShow) {

@@ -39,7 +39,7 @@ void AppStarts::start(Request request, RunningApps::Completion completion) {
             *connection_, {start.startupId, request.app.name, request.file.string(), time});
     }
     const Launcher::Request launch{id, std::move(request.file), std::move(request.action),
-                                   start.startupId, std::move(request.files)};
+                                   start.startupId, std::move(request.links)};
     end(id);
     start.timeout = scheduler_.after(startSeconds, [this, id] { end(id); });
     starts_[id] = std::move(start);

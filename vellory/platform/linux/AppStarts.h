@@ -26,9 +26,9 @@ class AppStarts : public std::enable_shared_from_this<AppStarts> {
 
     struct Request {
         InstalledApp app;
-        std::filesystem::path file;                    ///< the desktop entry
-        std::string action = {};                       ///< or "" for the app itself
-        std::vector<std::filesystem::path> files = {}; ///< opened by the app
+        std::filesystem::path file;          ///< the desktop entry
+        std::string action = {};             ///< or "" for the app itself
+        std::vector<std::string> links = {}; ///< opened by the app
         Focus focus = Focus::wanted;
     };
 

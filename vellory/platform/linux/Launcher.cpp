@@ -129,17 +129,6 @@ bool isOurs(std::string_view name) {
            name == "XDG_ACTIVATION_TOKEN";
 }
 
-/// The links by which apps are told of files.
-std::vector<std::string> linksOf(const std::vector<fs::path>& files) {
-    std::vector<std::string> links;
-    for (const fs::path& file : files) {
-        if (const glib::Chars link{g_filename_to_uri(file.c_str(), nullptr, nullptr)}) {
-            links.emplace_back(link.get());
-        }
-    }
-    return links;
-}
-
 std::string objectPath(const BundleID& id) {
     std::string path = "/" + id;
     std::ranges::replace(path, '.', '/');
@@ -169,11 +158,11 @@ std::optional<Launcher::Outcome> activateOnBus(const Launcher::Request& request,
     if (!request.action.empty()) {
         method = "ActivateAction";
         arguments = g_variant_new("(sava{sv})", request.action.c_str(), nullptr, &data);
-    } else if (!request.files.empty()) {
+    } else if (!request.links.empty()) {
         method = "Open";
         GVariantBuilder links;
         g_variant_builder_init(&links, G_VARIANT_TYPE_STRING_ARRAY);
-        for (const std::string& link : linksOf(request.files)) {
+        for (const std::string& link : request.links) {
             g_variant_builder_add(&links, "s", link.c_str());
         }
         arguments = g_variant_new("(asa{sv})", &links, &data);
@@ -239,7 +228,7 @@ Launcher::Outcome Launcher::spawn(const Request& request, GKeyFile* entry) const
     glib::Error error;
     const auto bus = tamedSharedBus(environment_);
     const auto environment = context(request);
-    std::vector<std::string> links = linksOf(request.files);
+    std::vector<std::string> links = request.links;
     GList* uris = nullptr;
     for (std::string& link : links) {
         uris = g_list_append(uris, link.data());

@@ -24,8 +24,8 @@ class Launcher {
         std::string action;         ///< one of the entry's actions, or "" for the app itself
         /// The startup notification's id, also passed as the activation token; may be "".
         std::string startupId;
-        /// Opened by the app; only without an action.
-        std::vector<std::filesystem::path> files = {};
+        /// Links, those to files included, that the app opens; only without an action.
+        std::vector<std::string> links = {};
     };
 
     struct Outcome {

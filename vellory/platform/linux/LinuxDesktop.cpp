@@ -1,15 +1,23 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/linux/LinuxDesktop.h"
 
+#include "platform/linux/BrowserTabs.h"
+#include "platform/linux/DefaultApps.h"
+#include "platform/linux/FileLinks.h"
+#include "platform/linux/FileManagerFolders.h"
 #include "platform/linux/LauncherBadges.h"
+#include "platform/linux/LinuxRunningApps.h"
 #include "platform/linux/PictureFile.h"
+#include "platform/linux/SoundPlayer.h"
 #include "platform/linux/Wallpaper.h"
 
 namespace vellory {
 
-LinuxDesktop::LinuxDesktop(SessionEnvironment environment)
-    : environment_(std::move(environment)),
-      badges_(std::make_unique<LauncherBadges>(environment_)) {}
+LinuxDesktop::LinuxDesktop(SessionEnvironment environment, LinuxRunningApps& apps,
+                           Scheduler& scheduler)
+    : environment_(std::move(environment)), apps_(apps), scheduler_(scheduler),
+      badges_(std::make_unique<LauncherBadges>(environment_)),
+      sounds_(std::make_shared<SoundPlayer>()) {}
 
 LinuxDesktop::~LinuxDesktop() = default;
 
@@ -38,22 +46,52 @@ std::map<BundleID, std::string> LinuxDesktop::badges() const {
     return badges_->texts();
 }
 
-bool LinuxDesktop::openLink(const std::string& /*link*/) {
+bool LinuxDesktop::openLink(const std::string& link) {
+    if (const glib::Chars scheme(g_uri_parse_scheme(link.c_str())); scheme != nullptr) {
+        if (g_ascii_strcasecmp(scheme.get(), "file") == 0) {
+            const auto file = FileLinks::fileOf(link);
+            return file && openFile(*file);
+        }
+        if (const auto app = DefaultApps::forScheme(scheme.get())) {
+            apps_.openLink(*app, link, {});
+            return true;
+        }
+    }
     return false;
 }
 
-bool LinuxDesktop::openFile(const std::filesystem::path& /*file*/) {
-    return false;
+bool LinuxDesktop::openFile(const std::filesystem::path& file) {
+    std::error_code error;
+    const auto link = FileLinks::linkTo(file);
+    if (!link || !std::filesystem::exists(file, error)) {
+        return false;
+    }
+    // What it holds is looked into: its disk may be slow.
+    scheduler_.inBackground(
+        [this, file, link = *link, alive = std::weak_ptr(alive_)]() -> Scheduler::Task {
+            return [this, app = DefaultApps::forFile(file), link, alive] {
+                if (app && !alive.expired()) {
+                    apps_.openLink(*app, link, {});
+                }
+            };
+        });
+    return true;
 }
 
-void LinuxDesktop::playSound(const std::string& /*name*/) {}
+void LinuxDesktop::playSound(const std::string& name) {
+    // Finding the sound system takes a moment, or long when it hangs.
+    scheduler_.inBackground([sounds = sounds_, name]() -> Scheduler::Task {
+        sounds->play(name);
+        return [] {};
+    });
+}
 
 std::vector<std::string> LinuxDesktop::openFolders() const {
-    return {};
+    return FileManagerFolders::open(environment_);
 }
 
 std::vector<std::string> LinuxDesktop::openTabs() const {
-    return {};
+    return BrowserTabs::open(environment_);
 }
 
 } // namespace vellory

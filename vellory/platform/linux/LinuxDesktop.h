@@ -4,17 +4,22 @@
 #include <memory>
 
 #include "platform/Desktop.h"
+#include "platform/Scheduler.h"
 #include "platform/linux/SessionEnvironment.h"
 
 namespace vellory {
 
 class LauncherBadges;
+class LinuxRunningApps;
+class SoundPlayer;
 
 /// The desktop around the apps on Linux: wallpaper from the desktop's settings or the X server,
-/// badges as apps announce them on the session bus.
+/// badges as apps announce them on the session bus. What is opened goes to the user's default app
+/// for it, started as every app is; nothing that is opened is ever run itself.
 class LinuxDesktop final : public Desktop {
   public:
-    explicit LinuxDesktop(SessionEnvironment environment);
+    /// `apps` starts what opens links and files; it and `scheduler` must outlive this object.
+    LinuxDesktop(SessionEnvironment environment, LinuxRunningApps& apps, Scheduler& scheduler);
     ~LinuxDesktop() override;
 
     /// Only remembered: the shell, which owns the windows, keeps them off the task bar.
@@ -32,8 +37,12 @@ class LinuxDesktop final : public Desktop {
 
   private:
     SessionEnvironment environment_;
+    LinuxRunningApps& apps_;
+    Scheduler& scheduler_;
     ActivationPolicy policy_ = ActivationPolicy::regular;
     std::unique_ptr<LauncherBadges> badges_;
+    std::shared_ptr<SoundPlayer> sounds_; ///< shared with the thread that starts a sound
+    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true); ///< ends with this object
 };
 
 } // namespace vellory

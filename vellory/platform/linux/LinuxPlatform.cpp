@@ -57,7 +57,7 @@ LinuxPlatform::LinuxPlatform(const Start& start, const Folders& folders, EventLo
                                                         .cacheFolder = folders.cache / "icons",
                                                         .theme = std::nullopt}),
       runningApps_({.environment = start.environment()}, entries_, loop, scheduler),
-      desktop_(start.environment()),
+      desktop_(start.environment(), runningApps_, scheduler),
       metadata_({.recentlyUsed = start.environment().dataHome() / "recently-used.xbel"}, entries_,
                 scheduler),
       windowPlacer_(start.environment(), runningApps_) {}

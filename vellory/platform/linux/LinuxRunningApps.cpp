@@ -9,6 +9,7 @@
 #include "platform/linux/AppStarts.h"
 #include "platform/linux/AppWindows.h"
 #include "platform/linux/DesktopEntryFile.h"
+#include "platform/linux/FileLinks.h"
 #include "platform/linux/FocusKeeper.h"
 #include "platform/linux/ProcessInfo.h"
 #include "platform/linux/StartTracker.h"
@@ -432,7 +433,12 @@ void LinuxRunningApps::perform(const InstalledApp& app, const std::string& actio
 
 void LinuxRunningApps::openFile(const InstalledApp& app, const std::filesystem::path& file,
                                 Completion completion) {
-    session_->start({.app = app, .file = {}, .files = {file}}, std::move(completion));
+    openLink(app, FileLinks::linkTo(file).value_or(file.string()), std::move(completion));
+}
+
+void LinuxRunningApps::openLink(const InstalledApp& app, const std::string& link,
+                                Completion completion) {
+    session_->start({.app = app, .file = {}, .links = {link}}, std::move(completion));
 }
 
 bool LinuxRunningApps::activate(const BundleID& id) {

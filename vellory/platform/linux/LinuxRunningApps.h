@@ -40,7 +40,11 @@ class LinuxRunningApps final : public RunningApps {
     bool quit(const BundleID& id) override;
     void observe(Observer observer) override;
 
-    /// The windows behind `list`, for the platform's other ports.
+    // For the platform's other ports:
+
+    /// Opens a link of any kind with the app, whether it runs or not.
+    void openLink(const InstalledApp& app, const std::string& link, Completion completion);
+    /// The windows behind `list`.
     std::vector<AppWindow> windows();
 
   private:
