@@ -60,6 +60,7 @@ AppWindows::AppWindows(X11Connection& connection, std::shared_ptr<DesktopEntries
     }
     const auto& ewmh = *connection_.ewmh();
     shownTypes_ = {ewmh._NET_WM_WINDOW_TYPE_NORMAL, ewmh._NET_WM_WINDOW_TYPE_DIALOG};
+    desktopTypes_ = {ewmh._NET_WM_WINDOW_TYPE_DESKTOP, ewmh._NET_WM_WINDOW_TYPE_DOCK};
 }
 
 bool AppWindows::isIdentity(xcb_atom_t property) const {
@@ -170,6 +171,9 @@ std::optional<std::vector<AppWindow>> AppWindows::read() {
                          connection_.requestProperty(window, ewmh._NET_WM_WINDOW_TYPE),
                          connection_.requestProperty(window, icccmState)});
     }
+    const auto isAmong = [](const std::set<xcb_atom_t>& types) {
+        return [&](xcb_atom_t type) { return types.contains(type); };
+    };
     std::vector<AppWindow> out;
     for (std::size_t i = 0; i < windows.size(); ++i) {
         const auto states = connection_.values(asked[i].states);
@@ -181,9 +185,8 @@ std::optional<std::vector<AppWindow>> AppWindows::read() {
         // The list still names windows that were destroyed a moment ago. They must not count:
         // without its type a splash window would pass for a regular one.
         const bool isShown =
-            types && (types->empty() || std::ranges::any_of(*types, [&](xcb_atom_t type) {
-                          return shownTypes_.contains(type);
-                      }));
+            types && (types->empty() || (std::ranges::any_of(*types, isAmong(shownTypes_)) &&
+                                         std::ranges::none_of(*types, isAmong(desktopTypes_))));
         const Known& known = known_.at(windows[i]);
         if (!isShown || has(ewmh._NET_WM_STATE_SKIP_TASKBAR) || !known.app) {
             continue;

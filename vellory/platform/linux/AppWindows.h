@@ -68,7 +68,8 @@ class AppWindows {
     std::map<xcb_window_t, Known> known_;
     std::vector<xcb_atom_t> identityAtoms_;
     std::set<xcb_atom_t> shownTypes_;
-    bool tellsProcesses_ = false; ///< the server knows which process a client is
+    std::set<xcb_atom_t> desktopTypes_; ///< never an app's, whatever else they say they are
+    bool tellsProcesses_ = false;       ///< the server knows which process a client is
 };
 
 } // namespace vellory

@@ -60,21 +60,19 @@ LinuxPlatform::LinuxPlatform(const Start& start, const Folders& folders, EventLo
       desktop_(start.environment(), runningApps_, scheduler),
       metadata_({.recentlyUsed = start.environment().dataHome() / "recently-used.xbel"}, entries_,
                 scheduler),
-      windowPlacer_(start.environment(), runningApps_) {}
+      windowPlacer_(start.environment(), runningApps_), focusSource_(start.environment()),
+      hotKeys_(start.environment(), loop) {}
 
 std::set<BundleID> LinuxPlatform::desktopApps() {
-    return {"org.gnome.Nautilus",
-            "nautilus",
-            "org.gnome.Shell",
-            "nemo",
-            "nemo-desktop",
-            "caja",
-            "thunar",
-            "Thunar",
-            "xfdesktop",
-            "org.kde.dolphin",
-            "pcmanfm",
-            "pcmanfm-desktop-pref"};
+    return {// File managers, which also draw the desktop's icons.
+            "caja", "caja-browser", "caja-desktop", "dde-file-manager", "io.elementary.files",
+            "nautilus", "nemo", "nemo-desktop", "org.gnome.Nautilus", "org.kde.dolphin", "pcmanfm",
+            "pcmanfm-desktop-pref", "pcmanfm-qt", "spacefm", "thunar", "Thunar", "xfdesktop",
+            // Shells, panels and docks.
+            "budgie-panel", "cairo-dock", "cinnamon", "io.elementary.dock",
+            "io.elementary.wingpanel", "latte-dock", "lxpanel", "lxqt-panel", "mate-panel",
+            "org.buddiesofbudgie.BudgieDesktop", "org.gnome.Shell", "org.kde.latte-dock",
+            "org.kde.plasmashell", "plank", "tint2", "xfce4-panel"};
 }
 
 bool LinuxPlatform::prefersDark() const {

@@ -72,7 +72,8 @@ class LinuxPlatform {
     LinuxFocusSource& focusSource() { return focusSource_; }
     LinuxHotKeys& hotKeys() { return hotKeys_; }
 
-    /// The desktop's own shell and file manager.
+    /// What the desktop itself consists of: shells, panels and file managers, by any desktop's
+    /// names. Their windows of the types desktop and dock belong to no app at all.
     static std::set<BundleID> desktopApps();
     /// Whether the user's desktop is set to a dark appearance; dark when it does not say.
     bool prefersDark() const;
