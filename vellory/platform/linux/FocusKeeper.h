@@ -35,7 +35,11 @@ class FocusKeeper {
     }
 
     /// The window goes from the desk: giving it the focus back would bring it back as well.
-    void release(xcb_window_t window) { kept_ = kept_ == window ? XCB_WINDOW_NONE : kept_; }
+    void release(xcb_window_t window) {
+        if (kept_ == window) {
+            kept_ = XCB_WINDOW_NONE;
+        }
+    }
 
     /// Whether anybody is kept from the focus.
     bool isOn(double now);
