@@ -1,10 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <map>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "World.h"
 #include "model/CommandLinks.h"
 #include "model/LauncherState.h"
+#include "support/HostileTexts.h"
 
 namespace vellory::test {
 namespace {
@@ -133,6 +139,48 @@ TEST(CommandLinks, ALayoutThatWasSavedComesBack) {
                 ElementsAre("Switched to layout Work/Home"));
     EXPECT_EQ(desk.onDisk(), before);
     EXPECT_EQ(desk.model->snapshots().front().reason, "Switched_to_layout_Work-Home");
+}
+
+// What links say reaches no shell, no program and no file: those whose host is known do their thing
+// with what cannot be found, all others show the grid.
+TEST(CommandLinks, HostileLinksDoNothingButAskForWhatIsNotThere) {
+    Desk desk;
+    const auto everyFile = [&desk] {
+        std::map<std::string, std::string> files;
+        for (const auto& entry :
+             std::filesystem::recursive_directory_iterator(desk.folder.path())) {
+            files[entry.path().string()] = entry.is_regular_file() ? contentOf(entry.path()) : "";
+        }
+        return files;
+    };
+    const auto before = everyFile();
+    const auto isKnown = [](const std::string& host) {
+        constexpr std::array hosts{"settings",      "workspace",    "focus",
+                                   "focus-session", "search",       "layout",
+                                   "ask",           "time-machine", "close"};
+        return std::ranges::find(hosts, host) != hosts.end();
+    };
+    const std::vector<std::string> links = hostileLinks();
+    ASSERT_GE(links.size(), 300U);
+    for (const std::string& text : links) {
+        const auto link = Link::parse(text);
+        const auto did = desk.does(text);
+        const std::string shown = text.substr(0, 100);
+        if (!link || link->scheme() != "vellory") {
+            EXPECT_THAT(did, IsEmpty()) << shown;
+        } else if (!isKnown(link->host().value_or(""))) {
+            EXPECT_THAT(did, ElementsAre("show")) << shown;
+        } else if (link->host() == "search") {
+            EXPECT_THAT(did, ElementsAre("search " + link->queryValue("q").value_or(""))) << shown;
+        } else if (link->host() == "workspace" || link->host() == "focus-session") {
+            EXPECT_THAT(did, ElementsAre(testing::StartsWith("No workspace named “"))) << shown;
+        } else if (link->host() == "layout") {
+            EXPECT_THAT(did, ElementsAre(testing::StartsWith("No saved layout “"))) << shown;
+        }
+    }
+    EXPECT_EQ(everyFile(), before);
+    EXPECT_THAT(desk.runningApps.asked, IsEmpty());
+    EXPECT_THAT(desk.desktop.asked, IsEmpty());
 }
 
 } // namespace
