@@ -171,6 +171,17 @@ class ProgramTest : public testing::Test {
                        "/org/freedesktop/DBus", "org.freedesktop.DBus.ReloadConfig"}),
                   0);
     }
+    /// Ends the program that has its name on the bus, whoever started it.
+    static int endProgram() {
+        return run(
+            {"timeout", "20", "sh", "-c",
+             "until pid=$(dbus-send --session --print-reply=literal --dest=org.freedesktop.DBus "
+             "/org/freedesktop/DBus org.freedesktop.DBus.GetConnectionUnixProcessID "
+             "string:com.quorvel.vellory); do :; done; kill ${pid##* }; "
+             "while dbus-send --session --print-reply --dest=org.freedesktop.DBus "
+             "/org/freedesktop/DBus org.freedesktop.DBus.GetNameOwner "
+             "string:com.quorvel.vellory > /dev/null 2>&1; do :; done"});
+    }
     std::filesystem::path support() const { return session.environment().dataHome() / "vellory"; }
     std::string lastTile() const {
         const auto board =
@@ -276,6 +287,18 @@ TEST_F(ProgramTest, ALinkStartsTheProgramOrIsObeyedByTheOneThatRuns) {
     EXPECT_EQ(program.lineWith(""), "3 apps");
 }
 
+// Where the session cannot start it, as it does not know the program.
+TEST_F(ProgramTest, ALinkStartsTheProgramInTheBackground) {
+    // Its output would keep this waiting if the program held it.
+    EXPECT_EQ(run({VELLORY_PROGRAM, "vellory://toggle"}), 0);
+    EXPECT_TRUE(seesWindow("^vellory$"));
+    EXPECT_EQ(run({VELLORY_PROGRAM, "vellory://toggle"}), 0);
+    EXPECT_TRUE(windowGoes("^vellory$"));
+    EXPECT_EQ(endProgram(), 0);
+    session.stopServer();
+    EXPECT_EQ(run({VELLORY_PROGRAM, "vellory://toggle"}), 1);
+}
+
 // By the command line, the desktop's openers and the program itself, whether it runs or not.
 TEST_F(ProgramTest, ALinkStartsTheInstalledProgramWhichOutlivesWhatOpenedIt) {
     install();
@@ -288,14 +311,7 @@ TEST_F(ProgramTest, ALinkStartsTheInstalledProgramWhichOutlivesWhatOpenedIt) {
         EXPECT_TRUE(seesWindow("^vellory$")) << opener[0];
         EXPECT_EQ(run(opener), 0);
         EXPECT_TRUE(windowGoes("^vellory$")) << opener[0];
-        // So that the next opener finds none that runs.
-        EXPECT_EQ(
-            run({"sh", "-c",
-                 "pid=$(dbus-send --session --print-reply=literal --dest=org.freedesktop.DBus "
-                 "/org/freedesktop/DBus org.freedesktop.DBus.GetConnectionUnixProcessID "
-                 "string:com.quorvel.vellory) && kill ${pid##* } && "
-                 "while kill -0 ${pid##* } 2> /dev/null; do :; done"}),
-            0);
+        EXPECT_EQ(endProgram(), 0);
     }
     EXPECT_EQ(run({"appstreamcli", "validate", "--no-net",
                    VELLORY_PACKAGING "/com.quorvel.vellory.metainfo.xml"}),

@@ -144,7 +144,7 @@ TEST(CommandLinks, ALayoutThatWasSavedComesBack) {
 // What links say reaches no shell, no program and no file: those whose host is known do their thing
 // with what cannot be found, all others show the grid.
 TEST(CommandLinks, HostileLinksDoNothingButAskForWhatIsNotThere) {
-    Desk desk;
+    LinkDesk desk;
     const auto everyFile = [&desk] {
         std::map<std::string, std::string> files;
         for (const auto& entry :

@@ -12,7 +12,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-struct Flood {
+struct LinkFlood {
     FakeClock clock;
     FakeScheduler scheduler{clock};
     std::vector<std::string> obeyed;
@@ -28,7 +28,7 @@ struct Flood {
 };
 
 TEST(LinkQueue, LinksAreObeyedInOrderAndLaterThanTheyCome) {
-    Flood flood;
+    LinkFlood flood;
     flood.add("a");
     flood.add("b");
     EXPECT_THAT(flood.obeyed, IsEmpty());
@@ -50,7 +50,7 @@ TEST(LinkQueue, WhatWouldNotBeSeenIsLeftOutAndStillAnswered) {
         {{"", "a", ""}, {"a"}},
     };
     for (const auto& [links, obeyed] : cases) {
-        Flood flood;
+        LinkFlood flood;
         for (const std::string& link : links) {
             flood.add(link);
         }
@@ -61,7 +61,7 @@ TEST(LinkQueue, WhatWouldNotBeSeenIsLeftOutAndStillAnswered) {
 }
 
 TEST(LinkQueue, TooManyDifferentLinksAreRefusedAndTheOthersObeyed) {
-    Flood flood;
+    LinkFlood flood;
     for (std::size_t i = 0; i < LinkQueue::longest; ++i) {
         flood.add(std::to_string(i));
     }

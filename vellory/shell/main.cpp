@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <cstdint>
 #include <cstdio>
+#include <expected>
 #include <optional>
 #include <utility>
 
@@ -15,6 +16,7 @@
 #include "model/LauncherState.h"
 #include "model/LinkQueue.h"
 #include "platform/linux/ApplicationBus.h"
+#include "platform/linux/BackgroundStart.h"
 #include "platform/linux/EndSignals.h"
 #include "platform/linux/InstanceSocket.h"
 #include "platform/linux/LinkServer.h"
@@ -173,31 +175,52 @@ int endAfter(InstanceSocket::Answer answer) {
     }
 }
 
+/// What the program has that is the only one of its user.
+struct FirstStart {
+    std::optional<InstanceSocket> place; ///< absent where there is none to be had
+    std::optional<BackgroundStart> background;
+};
+
+/// Hands over what is wished to the program that runs; the error is how this start then ends.
+std::expected<FirstStart, int> meetOthers(const CommandLine& options,
+                                          const LinuxPlatform::Start& start) {
+    const bool isHidden = options.show == CommandLine::Show::hidden;
+    const LinkRequest wish{options.link.value_or(isHidden ? "" : "vellory://open"),
+                           WindowActivation::tokenIn(start.environment())};
+    const auto socket = InstanceSocket::in(start.runtimeFolder());
+    FirstStart first;
+    auto answer = InstanceSocket::send(socket, wish);
+    // A program that a link starts does not belong to the terminal or browser the link came from:
+    // where the session can start it, it shall.
+    if (answer == InstanceSocket::Answer::nobody && options.link && !options.report) {
+        first.background.emplace();
+        if (ApplicationBus::open(start.environment(), wish)) {
+            return std::unexpected(0);
+        }
+    }
+    if (answer == InstanceSocket::Answer::nobody) {
+        auto meeting = InstanceSocket::meet(socket, wish);
+        answer = meeting.answer;
+        first.place = std::move(meeting.place);
+    }
+    if (answer != InstanceSocket::Answer::nobody) {
+        return std::unexpected(endAfter(answer));
+    }
+    return first;
+}
+
 int run(const CommandLine& options, const char* program) {
     const LinuxPlatform::Start start = LinuxPlatform::begin(options.apps);
     const bool isPicture = options.screenshot.has_value();
     const bool isHidden = options.show == CommandLine::Show::hidden;
 
-    std::optional<InstanceSocket> place;
+    std::optional<FirstStart> first;
     if (!isPicture && !options.support) {
-        const LinkRequest wish{options.link.value_or(isHidden ? "" : "vellory://open"),
-                               WindowActivation::tokenIn(start.environment())};
-        const auto socket = InstanceSocket::in(start.runtimeFolder());
-        auto answer = InstanceSocket::send(socket, wish);
-        // A program that a link starts does not belong to the terminal or browser the link came
-        // from: where the session can start it, it shall.
-        if (answer == InstanceSocket::Answer::nobody && options.link && !options.report &&
-            ApplicationBus::open(start.environment(), wish)) {
-            return 0;
+        auto met = meetOthers(options, start);
+        if (!met) {
+            return met.error();
         }
-        if (answer == InstanceSocket::Answer::nobody) {
-            auto meeting = InstanceSocket::meet(socket, wish);
-            answer = meeting.answer;
-            place = std::move(meeting.place);
-        }
-        if (answer != InstanceSocket::Answer::nobody) {
-            return endAfter(answer);
-        }
+        first = std::move(*met);
     }
     if (!isPicture && !start.hasDisplay()) {
         return fail("there is no display to open on (is DISPLAY set?); --screenshot FILE renders a "
@@ -271,8 +294,8 @@ int run(const CommandLine& options, const char* program) {
     };
     std::optional<LinkServer> server;
     std::optional<ApplicationBus> bus;
-    if (place) {
-        server.emplace(std::move(*place), loop, scheduler, receiver);
+    if (first && first->place) {
+        server.emplace(std::move(*first->place), loop, scheduler, receiver);
         bus.emplace(start.environment(), loop, receiver);
     }
     // Not quit: that asks the windows first, and the launcher's only hides when it is closed.
@@ -287,6 +310,9 @@ int run(const CommandLine& options, const char* program) {
     model.start();
     if (options.link) {
         links.handle(*options.link);
+        if (first && first->background) {
+            first->background->succeeded();
+        }
     } else if (!isHidden) {
         controller.show();
     }

@@ -14,19 +14,22 @@ class Descriptor {
     explicit Descriptor(int fd) : fd_(fd) {}
     Descriptor(Descriptor&& other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
     Descriptor& operator=(Descriptor&& other) noexcept {
-        std::swap(fd_, other.fd_);
+        close();
+        fd_ = std::exchange(other.fd_, -1);
         return *this;
     }
-    ~Descriptor() {
-        if (fd_ >= 0) {
-            ::close(fd_);
-        }
-    }
+    ~Descriptor() { close(); }
 
     int get() const { return fd_; }
     bool isOpen() const { return fd_ >= 0; }
 
   private:
+    void close() const {
+        if (fd_ >= 0) {
+            ::close(fd_);
+        }
+    }
+
     int fd_ = -1;
 };
 
