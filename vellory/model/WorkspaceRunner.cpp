@@ -56,6 +56,10 @@ void WorkspaceRunner::open(const Workspace& workspace, const std::set<BundleID>&
     workspace_ = workspace;
     protectedApps_ = protectedApps;
     firstOpened_.reset();
+    // What is there moves before anything new appears.
+    if (!workspace_.windows.empty() && parts_.windowPlacer.isTrusted(false)) {
+        placeWindows(workspace_.windows, parts_.clock.now() + patience);
+    }
     openItems(0);
 }
 
@@ -100,14 +104,10 @@ void WorkspaceRunner::finishOpening() {
          WorkspaceSession::asideActions(workspace_, idsOf(regularApps()), protectedApps_)) {
         perform(action);
     }
-    if (!workspace_.windows.empty()) {
-        if (parts_.windowPlacer.isTrusted(false)) {
-            placeWindows(workspace_.windows, parts_.clock.now() + patience);
-        } else {
-            parts_.post(Notice::hint(std::string(WorkspaceTexts::windowsNeedPermission),
-                                     std::string(WorkspaceTexts::windowsNeedPermissionSymbol)));
-            parts_.windowPlacer.isTrusted(true);
-        }
+    if (!workspace_.windows.empty() && !parts_.windowPlacer.isTrusted(false)) {
+        parts_.post(Notice::hint(std::string(WorkspaceTexts::windowsNeedPermission),
+                                 std::string(WorkspaceTexts::windowsNeedPermissionSymbol)));
+        parts_.windowPlacer.isTrusted(true);
     }
     if (firstOpened_ && !parts_.runningApps.activate(*firstOpened_)) {
         awaited_ = firstOpened_;

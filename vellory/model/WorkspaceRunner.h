@@ -27,7 +27,7 @@ class WorkspaceRunner {
     static constexpr double pollInterval = 0.5;
     /// So many items are opened in one go; the rest follows, as many at a time, once what waits on
     /// the main thread has had its turn.
-    static constexpr std::size_t itemsAtOnce = 20;
+    static constexpr std::size_t itemsAtOnce = 8;
     /// Windows of that width or height or less are no windows to a user.
     static constexpr double leastSize = 40;
 
@@ -45,7 +45,7 @@ class WorkspaceRunner {
 
     explicit WorkspaceRunner(Parts parts) : parts_(std::move(parts)) {}
 
-    /// Opens the workspace's items, sets the other apps aside, restores its windows and brings its
+    /// Restores the workspace's windows, opens its items, sets the other apps aside and brings its
     /// first app to the front. What an earlier opening still waits for is given up.
     void open(const Workspace& workspace, const std::set<BundleID>& protectedApps);
 

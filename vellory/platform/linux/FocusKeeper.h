@@ -31,7 +31,9 @@ class FocusKeeper {
     /// The app is wanted in front after all, with this window if it has one yet.
     void drop(const BundleID& app, xcb_window_t wanted = XCB_WINDOW_NONE) {
         guarded_.erase(app);
-        kept_ = wanted == XCB_WINDOW_NONE ? kept_ : wanted;
+        if (wanted != XCB_WINDOW_NONE) {
+            kept_ = wanted;
+        }
     }
 
     /// The window goes from the desk: giving it the focus back would bring it back as well.
