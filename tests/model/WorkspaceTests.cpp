@@ -255,7 +255,8 @@ TEST(Workspaces, WithoutPermissionWindowsStayAndTheRestWorks) {
     EXPECT_EQ(desk.notices.front(),
               (Notice{"Allow vellory in Accessibility to restore window positions",
                       "macwindow.badge.plus", 4.0}));
-    EXPECT_THAT(desk.windowPlacer.trustAsked, ElementsAre(false, false, true)) << "the prompt comes last";
+    EXPECT_THAT(desk.windowPlacer.trustAsked, ElementsAre(false, false, true))
+        << "the prompt comes last";
     EXPECT_THAT(desk.windowPlacer.asked, IsEmpty());
     EXPECT_THAT(model.workspaceCenter().captureWindows(workspace), IsEmpty());
 }
