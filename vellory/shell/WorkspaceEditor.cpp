@@ -372,7 +372,8 @@ bool WorkspaceEditor::setShortcut(int key, int modifiers) {
     if (!id_ || isModifier(key) || ((modifiers & commands) == 0 && !isFunctionKey)) {
         return false;
     }
-    const int held = modifiers & (commands | Qt::ShiftModifier);
+    constexpr int shift = Qt::ShiftModifier;
+    const int held = modifiers & (commands | shift);
     const QString keys = QKeySequence(held | key).toString(QKeySequence::PortableText);
     if (keys.isEmpty()) {
         return false;
