@@ -93,13 +93,13 @@ class Terminal {
         return opened;
     }
 
-  private:
-    fs::path log() const { return folder_.path() / "opened"; }
-
     void makeProgram(const std::string& name, const std::string& body) const {
         const fs::path file = folder_.write("path/" + name, "#!/bin/sh\n" + body + "\n");
         fs::permissions(file, fs::perms::owner_all);
     }
+
+  private:
+    fs::path log() const { return folder_.path() / "opened"; }
 
     static std::vector<char*> pointers(Words& words) {
         std::vector<char*> out;
@@ -232,6 +232,14 @@ TEST(CommandLineTool, WhatIsTooLongOrFindsNoOpenerIsSaidInsteadOfOpened) {
     EXPECT_EQ(terminal.takeOpened(), opened("vellory://search?q=" + most));
     EXPECT_EQ(terminal.run("/bin/dash", terminal.script(), {"search", most + "x"}).status, 1);
     EXPECT_EQ(terminal.takeOpened(), "");
+    // Openers are tried in turn; some say that they failed and end as if they had not.
+    terminal.makeProgram("gio", "echo failed >&2; exit 0");
+    EXPECT_EQ(terminal.run("/bin/dash", terminal.script(), {"toggle"}).status, 0);
+    EXPECT_EQ(terminal.takeOpened(), opened("vellory://toggle"));
+    terminal.makeProgram("gio", "exit 0");
+    EXPECT_EQ(terminal.run("/bin/dash", terminal.script(), {"toggle"}).status, 0);
+    EXPECT_EQ(terminal.takeOpened(), "");
+    fs::remove(terminal.folder().path() / "path/gio");
     fs::remove(terminal.folder().path() / "path/xdg-open");
     EXPECT_EQ(terminal.run("/bin/dash", terminal.script(), {"toggle"}).status, 1);
 }

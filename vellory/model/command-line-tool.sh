@@ -35,7 +35,8 @@ open_link() {
             com.quorvel.vellory.Links.Open "string:$1" > /dev/null 2>&1 && return
     fi
     # Without input: an opener that falls back to a browser for the terminal must not wait for keys.
-    gio open "$1" < /dev/null > /dev/null 2>&1 && return
+    # This one ends well also after it has failed, but not without a word.
+    [ -n "$(gio open "$1" 2>&1 < /dev/null || echo failed)" ] || return 0
     xdg-open "$1" < /dev/null > /dev/null 2>&1 && return
     open "$1" < /dev/null > /dev/null 2>&1 && return
     echo "vellory: nothing opens $1; is vellory installed?" >&2
