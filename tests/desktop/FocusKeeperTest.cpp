@@ -18,8 +18,10 @@ TEST(FocusKeeper, EachNewWindowGivesTheFocusBackOnce) {
     EXPECT_FALSE(keeper.isOn(0));
     keeper.begin("app", {}, work, 0);
     EXPECT_EQ(keeper.focused(first, "app", 3), work);
+    EXPECT_EQ(keeper.focused(first, "app", 3), std::nullopt) << "it is on its way back";
     EXPECT_EQ(keeper.focused(work, "", 3), std::nullopt);
     EXPECT_EQ(keeper.focused(second, "app", 5), work) << "a second window";
+    EXPECT_EQ(keeper.focused(work, "", 5), std::nullopt);
     EXPECT_EQ(keeper.focused(first, "app", 5.1), std::nullopt) << "the user's own click";
     EXPECT_TRUE(keeper.isOn(FocusKeeper::startSeconds));
     EXPECT_FALSE(keeper.isOn(FocusKeeper::startSeconds + 1));

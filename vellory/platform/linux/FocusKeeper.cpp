@@ -15,6 +15,7 @@ void FocusKeeper::begin(const BundleID& app, const std::vector<xcb_window_t>& sh
                         xcb_window_t active, double now) {
     if (!isOn(now)) {
         kept_ = active;
+        last_ = active;
     }
     Guarded& guarded = guarded_[app];
     guarded.until = now + startSeconds;
@@ -36,6 +37,10 @@ void FocusKeeper::windowCame(const BundleID& app, xcb_window_t window, double no
 
 std::optional<xcb_window_t> FocusKeeper::focused(xcb_window_t window, const BundleID& app,
                                                  double now) {
+    if (window == last_) {
+        return std::nullopt; // It has not given it back yet: that is no wish of the user's.
+    }
+    last_ = window;
     const auto guarded = guarded_.find(app);
     if (guarded != guarded_.end()) {
         double& came = guarded->second.came.try_emplace(window, now).first->second;

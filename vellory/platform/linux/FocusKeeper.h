@@ -49,7 +49,8 @@ class FocusKeeper {
     /// An app has this window; told again it changes nothing.
     void windowCame(const BundleID& app, xcb_window_t window, double now);
 
-    /// A window got the focus; `app` is "" when it is not known. Returns who is to get it back.
+    /// A window has the focus, perhaps still the one that was told last; `app` is "" when it is not
+    /// known. Returns who is to get it back.
     std::optional<xcb_window_t> focused(xcb_window_t window, const BundleID& app, double now);
 
   private:
@@ -59,6 +60,7 @@ class FocusKeeper {
     };
 
     std::map<BundleID, Guarded> guarded_;
+    xcb_window_t last_ = XCB_WINDOW_NONE; ///< had the focus when it was told last
     xcb_window_t kept_ = XCB_WINDOW_NONE; ///< has the focus by the user's wish
 };
 
