@@ -125,6 +125,27 @@ TEST_F(LauncherWindowTest, SettingsOpenOverTheGridAndKeysStayInThem) {
     EXPECT_EQ(state->query(), "a01");
 }
 
+TEST_F(LauncherWindowTest, SettingsHaveAWindowOfTheirOwnWhenTheGridIsNotThere) {
+    openWith(3);
+    controller->showSettings();
+    EXPECT_FALSE(controller->isShown());
+    ASSERT_NE(controller->settingsWindow(), nullptr);
+    EXPECT_TRUE(controller->settingsWindow()->isVisible());
+    EXPECT_EQ(controller->settingsWindow()->title(), "vellory Settings");
+    EXPECT_EQ(controller->settingsWindow()->errors().size(), 0);
+    EXPECT_FALSE(controller->settings().isShown()) << "not over the grid as well";
+}
+
+TEST_F(LauncherWindowTest, NoticesAreSeenAlsoWithoutTheGrid) {
+    openWith(3);
+    Q_EMIT model->noticePosted(Notice::confirmation("Seen on the grid"));
+    EXPECT_FALSE(controller->noticeWindow()->isShown());
+    controller->hide();
+    EXPECT_TRUE(controller->noticeWindow()->isShown());
+    controller->show();
+    EXPECT_FALSE(controller->noticeWindow()->isShown());
+}
+
 // --- Typing ---
 
 TEST_F(LauncherWindowTest, TypingSearchesFromTheFirstKeyAndReturnOpensTheFirstMatch) {

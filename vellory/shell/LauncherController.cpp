@@ -63,6 +63,7 @@ void LauncherController::createWindow() {
                                  {"workspaces", QVariant::fromValue(&workspaces_)}});
     view_->setSource(QUrl("qrc:/qt/qml/Vellory/qml/LauncherView.qml"));
     view_->installEventFilter(this);
+    noticeWindow_ = std::make_unique<NoticeWindow>(*view_->engine(), *viewModel_.notices());
     connect(view_.get(), &QQuickWindow::frameSwapped, this, [this] {
         if (awaitingFrame_) {
             awaitingFrame_ = false;
@@ -111,6 +112,7 @@ void LauncherController::show() {
     view_->setScreen(screen);
     view_->setGeometry(area);
     parts_.state.setPresented(true);
+    noticeWindow_->setGridShown(true);
     view_->showFullScreen();
     view_->raise();
     view_->requestActivate();
@@ -128,8 +130,30 @@ void LauncherController::hide() {
     awaitingFrame_ = false;
     if (view_ != nullptr) {
         view_->hide();
+        noticeWindow_->setGridShown(false);
     }
     Q_EMIT hidden();
+}
+
+void LauncherController::showSettings() {
+    constexpr QSize usual(760, 560);
+    constexpr QSize least(560, 420);
+    hide();
+    createWindow();
+    if (settingsView_ == nullptr) {
+        settingsView_ = std::make_unique<QQuickView>(view_->engine(), nullptr);
+        settingsView_->setTitle("vellory Settings");
+        settingsView_->setResizeMode(QQuickView::SizeRootObjectToView);
+        settingsView_->setMinimumSize(least);
+        settingsView_->resize(usual);
+        settingsView_->setInitialProperties(
+            {{"settings", QVariant::fromValue(&settings_)},
+             {"suggestions", QVariant::fromValue(&suggestionsModel_)}});
+        settingsView_->setSource(QUrl("qrc:/qt/qml/Vellory/qml/SettingsView.qml"));
+    }
+    settingsView_->show();
+    settingsView_->raise();
+    settingsView_->requestActivate();
 }
 
 void LauncherController::prepare(QSize size) {
@@ -138,6 +162,7 @@ void LauncherController::prepare(QSize size) {
     createWindow();
     parts_.state.reset();
     parts_.state.setPresented(true);
+    noticeWindow_->setGridShown(true);
     view_->resize(size);
     view_->show();
 }

@@ -15,6 +15,7 @@
 #include "shell/IconProvider.h"
 #include "shell/KeyCatcher.h"
 #include "shell/LauncherViewModel.h"
+#include "shell/NoticeWindow.h"
 #include "shell/SettingsViewModel.h"
 #include "shell/SuggestionsViewModel.h"
 #include "shell/WorkspacesViewModel.h"
@@ -48,11 +49,15 @@ class LauncherController : public QObject {
     void hide();
     void toggle() { isShown() ? hide() : show(); }
     bool isShown() const { return parts_.state.presented(); }
+    /// Opens the settings in a window of their own, in place of the grid.
+    void showSettings();
 
     /// Sets up the scene at a size of its own for pictures; `image` then renders it.
     void prepare(QSize size);
 
     /// Made when it is first needed, shown or not.
+    const QQuickView* settingsWindow() const { return settingsView_.get(); }
+    const NoticeWindow* noticeWindow() const { return noticeWindow_.get(); }
     QQuickView& window() {
         createWindow();
         return *view_;
@@ -83,6 +88,9 @@ class LauncherController : public QObject {
     SettingsViewModel settings_;
     WorkspacesViewModel workspaces_;
     std::unique_ptr<QQuickView> view_;
+    // Both draw with the engine of `view_`.
+    std::unique_ptr<QQuickView> settingsView_;
+    std::unique_ptr<NoticeWindow> noticeWindow_;
     QSize backdropSize_;
     int backdropGeneration_ = 0;
     bool awaitingFrame_ = false;

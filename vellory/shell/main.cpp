@@ -112,10 +112,8 @@ void connectLinks(const CommandLinks& links, LauncherController& controller, Lau
     };
     QObject::connect(&links, &CommandLinks::showRequested, &controller, &LauncherController::show);
     QObject::connect(&links, &CommandLinks::hideRequested, &controller, &LauncherController::hide);
-    QObject::connect(&links, &CommandLinks::settingsRequested, &controller, [&] {
-        controller.show();
-        Q_EMIT state.settingsRequested();
-    });
+    QObject::connect(&links, &CommandLinks::settingsRequested, &controller,
+                     &LauncherController::showSettings);
     QObject::connect(&links, &CommandLinks::searchRequested, &controller, showWith);
     // A question is asked by a search that begins with this mark.
     QObject::connect(

@@ -24,6 +24,7 @@ QtObject {
     readonly property color scrim: dark ? "#66000000" : "#33000000"
     readonly property color bandFill: "#335e7ce2"
     readonly property color folderFill: dark ? "#29ffffff" : "#70ffffff" // 16 %
+    readonly property color windowFill: dark ? "#262a36" : "#f5f6fa"
     readonly property color panelFill: dark ? "#f4262a36" : "#f6f5f6fa"
     readonly property color panelBorder: dark ? "#24ffffff" : "#1a000000"
     readonly property color noticeFill: dark ? "#f0303442" : "#f7ffffff"
