@@ -24,9 +24,7 @@ bool WorkspaceCenter::canPlaceWindows(bool prompt) {
     return parts_.runner.windowPlacer.isTrusted(prompt);
 }
 
-void WorkspaceCenter::open(const Workspace& asked, std::optional<int> minutes) {
-    // A copy: what follows may change the list that it stands in.
-    const Workspace workspace = asked;
+void WorkspaceCenter::open(const Workspace& workspace, std::optional<int> minutes) {
     Q_EMIT willOpen();
     std::set<BundleID> leaving;
     if (session_ && session_->workspace != workspace.id) {
@@ -119,7 +117,7 @@ void WorkspaceCenter::makeFromOpen(Choices choices, std::function<void(const Wor
         }
     }
     if (!choices.finder && !choices.tabs) {
-        finishMaking(std::move(desk), choices, done);
+        finishMaking(desk, choices, done);
         return;
     }
     const Desktop& desktop = parts_.runner.desktop;
@@ -140,7 +138,7 @@ void WorkspaceCenter::makeFromOpen(Choices choices, std::function<void(const Wor
     });
 }
 
-void WorkspaceCenter::finishMaking(OpenDesk desk, Choices choices,
+void WorkspaceCenter::finishMaking(const OpenDesk& desk, Choices choices,
                                    const std::function<void(const Workspace&)>& done) {
     const std::string name =
         "Snapshot " + parts_.calendar.text(parts_.runner.clock.now(), parts_.locale);

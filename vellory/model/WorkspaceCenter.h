@@ -90,7 +90,7 @@ class WorkspaceCenter : public QObject {
     std::string nameOf(const Uuid& workspace, std::string_view otherwise) const;
     void scheduleSessionEnd();
     void checkSession();
-    void finishMaking(OpenDesk desk, Choices choices,
+    void finishMaking(const OpenDesk& desk, Choices choices,
                       const std::function<void(const Workspace&)>& done);
 
     Parts parts_;
