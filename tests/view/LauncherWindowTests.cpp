@@ -140,6 +140,9 @@ TEST_F(LauncherWindowTest, NoticesAreSeenAlsoWithoutTheGrid) {
     openWith(3);
     Q_EMIT model->noticePosted(Notice::confirmation("Seen on the grid"));
     EXPECT_FALSE(controller->noticeWindow()->isShown());
+    NoticeList early;
+    early.post(Notice::confirmation("Posted before there was a window"));
+    EXPECT_TRUE(NoticeWindow(*controller->window().engine(), early).isShown());
     controller->hide();
     EXPECT_TRUE(controller->noticeWindow()->isShown());
     controller->show();

@@ -3,7 +3,9 @@
 
 #include <QCursor>
 #include <QGuiApplication>
+#include <QPainterPath>
 #include <QQmlEngine>
+#include <QQuickItem>
 #include <QScreen>
 
 namespace vellory {
@@ -19,6 +21,8 @@ NoticeWindow::NoticeWindow(QQmlEngine& engine, NoticeList& notices, QObject* par
     : QObject(parent), engine_(engine), notices_(notices) {
     connect(&notices_, &NoticeList::rowsInserted, this, &NoticeWindow::update);
     connect(&notices_, &NoticeList::rowsRemoved, this, &NoticeWindow::update);
+    // The link that started the program may have been answered already.
+    update();
 }
 
 void NoticeWindow::setGridShown(bool isShown) {
@@ -36,6 +40,7 @@ void NoticeWindow::update() {
         view_->setResizeMode(QQuickView::SizeViewToRootObject);
         view_->setInitialProperties({{"notices", QVariant::fromValue(&notices_)}});
         view_->setSource(QUrl("qrc:/qt/qml/Vellory/qml/NoticeView.qml"));
+        connect(view_.get(), &QQuickWindow::afterAnimating, this, &NoticeWindow::shape);
         connect(view_.get(), &QWindow::widthChanged, this, &NoticeWindow::place);
         connect(view_.get(), &QWindow::heightChanged, this, &NoticeWindow::place);
     }
@@ -44,6 +49,21 @@ void NoticeWindow::update() {
         view_->show();
     } else if (view_ != nullptr) {
         view_->hide();
+    }
+}
+
+void NoticeWindow::shape() {
+    QPainterPath capsules;
+    const auto* stack = view_->rootObject()->findChild<QQuickItem*>("notices");
+    for (const QQuickItem* item : stack->childItems()) {
+        if (item->property("radius").isValid()) {
+            const double radius = item->property("radius").toDouble();
+            capsules.addRoundedRect(QRectF(item->position(), item->size()), radius, radius);
+        }
+    }
+    const QRegion region(capsules.toFillPolygon().toPolygon());
+    if (!region.isEmpty() && region != view_->mask()) {
+        view_->setMask(region);
     }
 }
 

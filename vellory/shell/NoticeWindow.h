@@ -27,6 +27,8 @@ class NoticeWindow : public QObject {
   private:
     void update();
     void place();
+    /// Cuts the window to its capsules: where nothing composes windows, what is clear shows black.
+    void shape();
 
     QQmlEngine& engine_;
     NoticeList& notices_;

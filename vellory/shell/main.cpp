@@ -236,7 +236,6 @@ int run(const CommandLine& options, const char* program) {
     }
     QGuiApplication application(arguments.count(), arguments.values());
     QGuiApplication::setApplicationName("vellory");
-    QGuiApplication::setApplicationDisplayName("Vellory");
     QGuiApplication::setDesktopFileName(platformID);
     QGuiApplication::setQuitOnLastWindowClosed(false);
 

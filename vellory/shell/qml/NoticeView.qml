@@ -14,6 +14,7 @@ Item {
 
     NoticeStack {
         id: stack
+        objectName: "notices"
         notices: view.notices
     }
 }
