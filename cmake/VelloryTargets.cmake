@@ -4,6 +4,8 @@
 add_library(vellory_options INTERFACE)
 target_compile_options(vellory_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
                        -Wcast-qual -Woverloaded-virtual)
+# Qt's words `slots`, `signals` and `emit` stay free for the program's own names.
+target_compile_definitions(vellory_options INTERFACE QT_NO_KEYWORDS)
 if(VELLORY_WERROR)
     target_compile_options(vellory_options INTERFACE -Werror)
 endif()
@@ -27,12 +29,21 @@ if(CMAKE_UNITY_BUILD)
     # Sources that are compiled as one see each other's private names.
     target_compile_options(vellory_options INTERFACE -Wno-shadow)
 endif()
-if(VELLORY_FUZZ)
-    target_compile_options(vellory_options INTERFACE -fsanitize=fuzzer-no-link)
-endif()
 
 # vellory_library(NAME [sources...]): a static library of the project.
 function(vellory_library name)
     add_library(${name} STATIC ${ARGN})
     target_link_libraries(${name} PRIVATE vellory_options)
+endfunction()
+
+# vellory_tests(PROGRAM LABEL): tells CTest of the tests in a program that need no process of their
+# own: each by its name, or all in one process where the sanitizers make its start take longer than
+# most tests.
+function(vellory_tests program label)
+    if(VELLORY_SANITIZE)
+        add_test(NAME ${program} COMMAND ${program})
+        set_tests_properties(${program} PROPERTIES LABELS ${label} TIMEOUT 600)
+    else()
+        gtest_discover_tests(${program} DISCOVERY_TIMEOUT 60 PROPERTIES LABELS ${label})
+    endif()
 endfunction()

@@ -27,6 +27,7 @@ export -f check_one
 # The libraries' and the program's own; not what tools have written, nor the tests.
 # shellcheck disable=SC2016 # "$1" is for the inner shell
 sed -n "s#^ *\"file\": \"$PWD/\(.*\)\".*#\1#p" "$build/compile_commands.json" |
-    grep -E "^(VelloryCore|vellory)/.*\.cpp$|^$build/(VelloryCore|vellory)/.*/Unity/unity_.*_cxx\.cxx$" |
+    grep -E "^(VelloryCore|vellory)/.*\.cpp$|^$build/(VelloryCore|vellory)/.*/Unity/unity_.*\.cxx$" |
+    grep -vE "/unity_qml|_qmlcache" |
     xargs -d '\n' -n 1 -P "$(nproc)" bash -c 'check_one "$1"' _
 echo "clang-tidy: clean"

@@ -199,8 +199,8 @@ TEST(BoardEdits, AnEmptyNameOrTheAppsOwnGivesTheNameBack) {
 
 TEST(BoardEdits, AnEarlierBoardIsRestoredWithTheAppsOfToday) {
     World world;
-    AppModel& model = world.startWith(apps, usualBoard());
     world.clock.time = Date::since1970(1'800'000'000);
+    AppModel& model = world.startWith(apps, usualBoard());
     model.dissolveFolder(uuid(1));
     world.scheduler.advance(1);
     world.catalogue.uninstall("a");

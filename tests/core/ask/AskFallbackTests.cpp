@@ -7,7 +7,7 @@
 #include "Ask/AskQuery.h"
 #include "Ask/AskTemplates.h"
 
-namespace vellory {
+namespace vellory::ask_tests {
 namespace {
 
 using testing::ElementsAre;
@@ -211,4 +211,4 @@ TEST(AskFallback, ARequestWithoutWordsIsNoPlan) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::ask_tests

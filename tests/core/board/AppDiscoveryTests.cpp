@@ -10,7 +10,7 @@
 #include "support/Child.h"
 #include "support/TemporaryFolder.h"
 
-namespace vellory {
+namespace vellory::board_tests {
 namespace {
 
 namespace fs = std::filesystem;
@@ -200,4 +200,4 @@ TEST_F(AppDiscoveryTest, AColonInAFileNameWasTypedAsASlash) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::board_tests

@@ -9,7 +9,7 @@
 #include "support/Boards.h"
 #include "support/TemporaryFolder.h"
 
-namespace vellory {
+namespace vellory::board_tests {
 namespace {
 
 using namespace test;
@@ -91,4 +91,4 @@ TEST(AutoFolders, TheCategoryIsWhatTheBundleDeclares) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::board_tests

@@ -11,7 +11,7 @@
 #include "support/Child.h"
 #include "support/TemporaryFolder.h"
 
-namespace vellory {
+namespace vellory::board_tests {
 namespace {
 
 namespace fs = std::filesystem;
@@ -284,4 +284,4 @@ TEST_F(BoardStoreTest, AWholeSetupIsStoredUnderItsVersion) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::board_tests

@@ -8,7 +8,7 @@
 
 #include "support/Boards.h"
 
-namespace vellory {
+namespace vellory::board_tests {
 namespace {
 
 using namespace test;
@@ -327,4 +327,4 @@ TEST(Layout, IsStoredLikeABoardCaseByCase) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::board_tests

@@ -6,7 +6,7 @@
 #include "support/Boards.h"
 #include "support/TemporaryFolder.h"
 
-namespace vellory {
+namespace vellory::board_tests {
 namespace {
 
 using test::app;
@@ -142,4 +142,4 @@ TEST(SavedLayouts, DisplayIsKnownByItsLettersAndDigits) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::board_tests

@@ -6,7 +6,7 @@
 #include "Support/AtomicFile.h"
 #include "support/TemporaryFolder.h"
 
-namespace vellory {
+namespace vellory::desk_tests {
 namespace {
 
 using testing::ElementsAre;
@@ -320,4 +320,4 @@ TEST(DeskHistory, DaysComeNewestFirstWithTheirHours) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::desk_tests

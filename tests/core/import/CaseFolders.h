@@ -36,7 +36,7 @@ struct ImportCase {
 
 inline std::vector<ImportCase> importCases(const std::string& kind) {
     std::vector<ImportCase> cases;
-    const auto folder = std::filesystem::path(VELLORY_TEST_CASES) / kind;
+    const auto folder = std::filesystem::path(VELLORY_CORE_TESTS) / "import/cases" / kind;
     for (const std::string& name : namesIn(folder)) {
         cases.push_back({folder / name});
     }

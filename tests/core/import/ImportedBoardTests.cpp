@@ -6,7 +6,7 @@
 #include "Import/ImportTexts.h"
 #include "support/Boards.h"
 
-namespace vellory {
+namespace vellory::import_tests {
 namespace {
 
 using test::app;
@@ -72,4 +72,4 @@ TEST(ImportTexts, AlertsNameTheLauncher) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::import_tests

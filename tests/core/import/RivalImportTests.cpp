@@ -304,7 +304,7 @@ TEST(RivalImport, BinaryListsThatReferToThemselvesAreUnreadable) {
 }
 
 TEST(RivalImport, MoreAppsThanFitAreUnreadable) {
-    const std::string backup = "[" + repeated("\"com.example.an.app\",", 1'500'000) + "1]";
+    const std::string backup = "[" + repeated("\"a.b.c\",", 1'200'000) + "1]";
     EXPECT_EQ(drawn(layoutInBackup(backup, testApps)), "unreadable");
 }
 

@@ -8,7 +8,7 @@
 
 #include <gmock/gmock.h>
 
-namespace vellory {
+namespace vellory::input_tests {
 namespace {
 
 using testing::ElementsAre;
@@ -187,4 +187,4 @@ TEST(ShakeDetector, SensitivityIsStoredByName) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::input_tests

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace vellory {
+namespace vellory::input_tests {
 
 void PrintTo(const VoiceCommand& command, std::ostream* out) {
     static constexpr const char* names[] = {"open ", "workspace ", "search ", "show the grid",
@@ -151,4 +151,4 @@ TEST(VoiceCommand, LongAndBrokenTextIsTakenAsItIs) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::input_tests

@@ -8,7 +8,7 @@
 
 #include "Search/PurposeIndex.h"
 
-namespace vellory {
+namespace vellory::search_tests {
 namespace {
 
 using AppKeywords::Keywords;
@@ -180,4 +180,4 @@ TEST(PurposeIndex, AgreesWithTheScoreOfEachApp) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::search_tests

@@ -6,7 +6,7 @@
 
 #include <gmock/gmock.h>
 
-namespace vellory {
+namespace vellory::search_tests {
 namespace {
 
 using std::numbers::e;
@@ -180,4 +180,4 @@ TEST(Calculator, FormatsForPeople) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::search_tests

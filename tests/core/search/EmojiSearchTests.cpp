@@ -5,7 +5,7 @@
 
 #include <gmock/gmock.h>
 
-namespace vellory {
+namespace vellory::search_tests {
 namespace {
 
 using testing::Contains;
@@ -90,4 +90,4 @@ TEST(EmojiSearch, LongQueriesHaveAnOutcome) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::search_tests

@@ -3,7 +3,7 @@
 
 #include <gmock/gmock.h>
 
-namespace vellory {
+namespace vellory::search_tests {
 namespace {
 
 using testing::ElementsAre;
@@ -171,4 +171,4 @@ TEST(FuzzySearch, OneEditIsAnAdditionADropAReplacementOrASwap) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::search_tests

@@ -3,7 +3,7 @@
 
 #include <gmock/gmock.h>
 
-namespace vellory {
+namespace vellory::search_tests {
 namespace {
 
 using testing::ElementsAre;
@@ -116,4 +116,4 @@ TEST(GridFilter, WhatCannotBeReadIsNoFilter) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::search_tests

@@ -10,7 +10,7 @@
 #include "Support/Text.h"
 #include "support/SlowFuzzySearch.h"
 
-namespace vellory {
+namespace vellory::search_tests {
 namespace {
 
 using FuzzySearch::Match;
@@ -202,4 +202,4 @@ TEST(PreparedNames, TextsOfAnyLengthAndShapeHaveAnOutcome) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::search_tests

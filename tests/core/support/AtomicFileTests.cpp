@@ -13,7 +13,7 @@
 #include "support/Child.h"
 #include "support/TemporaryFolder.h"
 
-namespace vellory {
+namespace vellory::support_tests {
 namespace {
 
 namespace fs = std::filesystem;
@@ -175,4 +175,4 @@ TEST(AtomicFile, AnUnreadableFileIsKeptWholeOnAFullDisk) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::support_tests

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace vellory {
+namespace vellory::support_tests {
 
 void PrintTo(const Calendar::Components& c, std::ostream* out) {
     *out << c.year << '-' << c.month << '-' << c.day << ' ' << c.hour << ':' << c.minute << ':'
@@ -133,4 +133,4 @@ TEST(Calendar, RefusesDatesPastAllReason) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::support_tests

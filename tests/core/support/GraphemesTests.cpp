@@ -6,7 +6,7 @@
 
 #include <gmock/gmock.h>
 
-namespace vellory {
+namespace vellory::support_tests {
 namespace {
 
 using testing::ElementsAre;
@@ -64,4 +64,4 @@ TEST(Graphemes, TextWithoutJoiningCharactersTakesAShorterWayToTheSameAnswer) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::support_tests

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace vellory {
+namespace vellory::support_tests {
 namespace {
 
 using json::Error;
@@ -139,4 +139,4 @@ TEST(Json, AChoiceHasExactlyOneKey) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::support_tests

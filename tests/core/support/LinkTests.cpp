@@ -3,7 +3,7 @@
 
 #include <gmock/gmock.h>
 
-namespace vellory {
+namespace vellory::support_tests {
 namespace {
 
 using testing::ElementsAre;
@@ -192,4 +192,4 @@ TEST(Link, TypedTextIsEncodedWhereItMustBe) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::support_tests

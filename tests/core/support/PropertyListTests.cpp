@@ -7,7 +7,7 @@
 
 #include "support/BinaryPlist.h"
 
-namespace vellory {
+namespace vellory::support_tests {
 namespace {
 
 using test::BinaryPlist;
@@ -245,4 +245,4 @@ TEST(PropertyList, EveryTruncationIsRefused) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::support_tests

@@ -7,7 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace vellory {
+namespace vellory::support_tests {
 namespace {
 
 using testing::ElementsAre;
@@ -234,4 +234,4 @@ TEST(Collator, TheSortedOrderIsThatOfCompareAndStable) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::support_tests

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace vellory {
+namespace vellory::support_tests {
 namespace {
 
 using Value = UserDefaults::Value;
@@ -71,4 +71,4 @@ TEST(UserDefaults, AKeyThatIsNotThereIsNothing) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::support_tests

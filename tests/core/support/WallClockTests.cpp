@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace vellory {
+namespace vellory::support_tests {
 namespace {
 
 /// What the calendar says, in the clock's terms, apart from the day's number.
@@ -81,4 +81,4 @@ TEST(WallClock, FarDatesAndNumbersThatAreNoneReadAsNothing) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::support_tests

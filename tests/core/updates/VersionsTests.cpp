@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace vellory {
+namespace vellory::updates_tests {
 namespace {
 
 TEST(Versions, ALargerNumberAtTheFirstDifferenceIsNewer) {
@@ -49,4 +49,4 @@ TEST(Versions, WhatLooksDifferentMayBeEqual) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::updates_tests

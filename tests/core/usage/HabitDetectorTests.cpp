@@ -242,8 +242,9 @@ TEST(HabitDetector, AnyLogGivesWhatTheRulesSay) {
 }
 
 TEST(HabitDetector, CrowdedDaysHideNoHabit) {
-    // Three days with 10,000 launches of two apps in one slot before the habit's, then a million
-    // launches of 100 apps at random: the latest are looked at, and the search ends.
+    // Three days with 10,000 launches of two apps in one slot before the habit's, then four times
+    // as many launches as are looked at, of 100 apps at random: the latest are looked at, and the
+    // search ends.
     HabitLog log;
     for (int day = 0; day < 3; ++day) {
         for (int i = 0; i < 10'000; ++i) {
@@ -253,7 +254,7 @@ TEST(HabitDetector, CrowdedDaysHideNoHabit) {
     }
     EXPECT_THAT(found(log), ElementsAre(Habit{{"A", "B", "C"}, 3, {2, 3, 4}, 540}));
     std::mt19937 random(7);
-    for (int i = 0; i < 1'000'000; ++i) {
+    for (int i = 0; i < static_cast<int>(4 * mostEvents); ++i) {
         open(log, 10 + static_cast<int>(random() % 42), static_cast<int>(random() % 288) * 5,
              {"app" + std::to_string(random() % 100)});
     }

@@ -5,7 +5,7 @@
 
 #include "support/TemporaryFolder.h"
 
-namespace vellory {
+namespace vellory::usage_tests {
 namespace {
 
 using testing::ElementsAre;
@@ -101,4 +101,4 @@ TEST(HabitLog, FileIsReadBackAndAnythingElseReadsAsEmpty) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::usage_tests

@@ -9,7 +9,7 @@
 #include "Support/AtomicFile.h"
 #include "support/TemporaryFolder.h"
 
-namespace vellory {
+namespace vellory::usage_tests {
 namespace {
 
 using testing::ElementsAre;
@@ -175,4 +175,4 @@ TEST(UsageStores, StoreOfAMillionEventsReadsAsEmpty) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::usage_tests

@@ -5,7 +5,7 @@
 
 #include "support/TemporaryFolder.h"
 
-namespace vellory {
+namespace vellory::workspaces_tests {
 namespace {
 
 using FocusReader::Mode;
@@ -84,4 +84,4 @@ TEST(FocusReader, FilesThatAreNoneOrHostileGiveNoModes) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::workspaces_tests

@@ -6,7 +6,7 @@
 
 #include "Workspaces/OpenDesk.h"
 
-namespace vellory {
+namespace vellory::workspaces_tests {
 namespace {
 
 using testing::ElementsAre;
@@ -169,4 +169,4 @@ TEST(OpenDesk, BecomesAWorkspaceOfAppsFoldersAndLinks) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::workspaces_tests

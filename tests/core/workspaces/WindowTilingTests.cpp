@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 #include <limits>
 
-namespace vellory {
+namespace vellory::workspaces_tests {
 namespace {
 
 using testing::ElementsAre;
@@ -118,4 +118,4 @@ TEST(WindowTiling, PlacingTriesAgainWhatFailedAndNeverTriesTheImpossible) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::workspaces_tests

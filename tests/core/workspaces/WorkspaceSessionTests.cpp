@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 #include <limits>
 
-namespace vellory {
+namespace vellory::workspaces_tests {
 namespace {
 
 using testing::ElementsAre;
@@ -120,4 +120,4 @@ TEST(WorkspaceSession, ChoiceOfClosingIsStoredByName) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::workspaces_tests

@@ -7,7 +7,7 @@
 #include "Support/AtomicFile.h"
 #include "support/TemporaryFolder.h"
 
-namespace vellory {
+namespace vellory::workspaces_tests {
 namespace {
 
 using testing::ElementsAre;
@@ -243,4 +243,4 @@ TEST(Workspace, TriggersAndRulesHaveTitles) {
 }
 
 } // namespace
-} // namespace vellory
+} // namespace vellory::workspaces_tests

@@ -73,7 +73,7 @@ glib::KeyFile loadKeyFile(const fs::path& file) {
     return loaded;
 }
 
-fs::file_time_type timeOf(const fs::path& folder) {
+fs::file_time_type changeTime(const fs::path& folder) {
     std::error_code error;
     const auto time = fs::last_write_time(folder, error);
     return error ? fs::file_time_type::min() : time;
@@ -122,7 +122,7 @@ std::optional<fs::path> IconTheme::find(std::string_view name, int pixels) {
 
 bool IconTheme::isStale(const Times& times) const {
     return std::ranges::any_of(
-        times, [](const auto& entry) { return timeOf(entry.first) != entry.second; });
+        times, [](const auto& entry) { return changeTime(entry.first) != entry.second; });
 }
 
 void IconTheme::readAll() {
@@ -149,7 +149,7 @@ void IconTheme::readTheme(const std::string& name, int depth) {
     Theme& theme = themes_[name];
     order_.push_back(name);
     for (const fs::path& base : bases_) {
-        roots_[base / name] = timeOf(base / name);
+        roots_[base / name] = changeTime(base / name);
         const glib::KeyFile index = loadKeyFile(base / name / "index.theme");
         if (index == nullptr || !theme.directories.empty()) {
             continue; // The first index counts.
@@ -197,7 +197,7 @@ void IconTheme::readTheme(const std::string& name, int depth) {
 }
 
 void IconTheme::readFolder(const fs::path& folder, Place place, Theme& theme) {
-    folders_[folder] = timeOf(folder);
+    folders_[folder] = changeTime(folder);
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
          entry.increment(error)) {
@@ -210,7 +210,7 @@ void IconTheme::readFolder(const fs::path& folder, Place place, Theme& theme) {
 }
 
 void IconTheme::readLoose(const fs::path& folder) {
-    roots_[folder] = timeOf(folder);
+    roots_[folder] = changeTime(folder);
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
          entry.increment(error)) {
