@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "Board/AppDiscovery.h"
+#include "Apps/AppDiscovery.h"
 #include "Board/AutoFolders.h"
 #include "InputFile.h"
 #include "Search/AppKeywords.h"

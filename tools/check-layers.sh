@@ -20,20 +20,31 @@ forbid() {
     fi
 }
 
-subsystems='Board|Search|Usage|Workspaces|Desk|Ask|Import|Uninstall|Updates|Input'
+# may_know SUBSYSTEM OTHERS: of the core's subsystems it includes Support, itself and OTHERS only.
+subsystems='Apps Workspaces Board Search Usage Desk Ask Import Uninstall Updates Input'
+may_know() {
+    local subsystem=$1 others='' other
+    shift
+    for other in $subsystems; do
+        case " $subsystem $* " in *" $other "*) ;; *) others+="${others:+|}$other/" ;; esac
+    done
+    forbid "$subsystem knows ${*:-Support} and nothing further" "$others" "VelloryCore/$subsystem/*"
+}
+
 forbid 'VelloryCore knows no Qt, no window system and no application' \
     'Q[A-Z]|Qt|xcb|X11|gio|glib|gdk|platform/|model/|shell/' 'VelloryCore/*'
-forbid 'Support knows no subsystem' "($subsystems)/" 'VelloryCore/Support/*'
-forbid 'The board knows only Support and the workspaces it is backed up with' \
-    'Search/|Usage/|Desk/|Ask/|Import/|Uninstall/|Updates/|Input/' 'VelloryCore/Board/*'
-forbid 'Search knows the board, workspaces and nothing further' \
-    'Usage/|Desk/|Ask/|Import/|Uninstall/|Updates/|Input/' 'VelloryCore/Search/*'
-forbid 'Usage knows workspaces and nothing further' \
-    'Search/|Desk/|Ask/|Import/|Uninstall/|Updates/' 'VelloryCore/Usage/*'
-forbid 'Workspaces stand below what uses them' \
-    'Board/Board|Search/|Usage/|Desk/|Ask/|Import/|Uninstall/|Updates/' 'VelloryCore/Workspaces/*'
-forbid 'The desk knows workspaces only' \
-    'Search/|Usage/|Ask/|Import/|Uninstall/|Updates/|Input/' 'VelloryCore/Desk/*'
+may_know Support
+may_know Apps
+may_know Workspaces Apps
+may_know Board Apps Workspaces
+may_know Search Apps Workspaces Board
+may_know Usage Apps Workspaces
+may_know Desk Apps Workspaces
+may_know Ask Apps Workspaces Search
+may_know Import Apps Board
+may_know Uninstall Apps
+may_know Updates Apps
+may_know Input
 forbid 'Ports are plain: standard types and the core' \
     'Q[A-Z]|Qt|xcb|X11|gio|glib|gdk|model/|shell/|platform/(qt|linux|macos)/' 'vellory/platform/*.h' \
     ':!vellory/platform/*/*'

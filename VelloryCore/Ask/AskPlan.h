@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "Support/Json.h"
 #include "Support/Uuid.h"
 #include "Workspaces/WindowTiling.h"

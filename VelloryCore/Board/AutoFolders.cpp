@@ -7,7 +7,7 @@
 #include <unordered_set>
 #include <utility>
 
-#include "Board/AppDiscovery.h"
+#include "Apps/AppDiscovery.h"
 
 namespace vellory::AutoFolders {
 

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "Apps/InstalledApp.h"
 #include "Board/Board.h"
-#include "Board/InstalledApp.h"
 #include "Support/Text.h"
 #include "Support/Uuid.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "Support/Json.h"
 #include "Support/Uuid.h"
 

@@ -6,7 +6,7 @@
 #include <variant>
 #include <vector>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "Support/Json.h"
 
 namespace vellory {

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "Board/WellKnownApps.h"
+#include "Apps/WellKnownApps.h"
 
 namespace vellory {
 

@@ -6,7 +6,7 @@
 #include <iterator>
 #include <tuple>
 
-#include "Board/AppDiscovery.h"
+#include "Apps/AppDiscovery.h"
 #include "Import/BackupReader.h"
 #include "Support/AtomicFile.h"
 #include "Support/Text.h"

@@ -63,10 +63,6 @@ Calendar::Calendar(std::string_view zone) {
     zone_ = std::make_shared<const Zone>(found);
 }
 
-Calendar Calendar::current() {
-    return Calendar(std::make_shared<const Zone>(icu::TimeZone::createDefault()));
-}
-
 bool Calendar::covers(Date date) {
     return date.isFinite() && std::fabs(date.secondsSince2001) <= furthestSeconds;
 }

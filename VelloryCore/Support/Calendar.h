@@ -30,8 +30,6 @@ class Calendar {
 
     /// The calendar of an IANA zone such as "Europe/Stockholm"; of UTC when there is no such zone.
     explicit Calendar(std::string_view zone = "UTC");
-    /// The calendar of the zone that the machine is set to.
-    static Calendar current();
 
     /// Whether the calendar reaches `date`: finite, and at most about 100,000 years away.
     static bool covers(Date date);

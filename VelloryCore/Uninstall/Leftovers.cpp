@@ -8,7 +8,7 @@
 #include <system_error>
 #include <utility>
 
-#include "Board/WellKnownApps.h"
+#include "Apps/WellKnownApps.h"
 #include "Support/Text.h"
 #include "Uninstall/DiskUsage.h"
 

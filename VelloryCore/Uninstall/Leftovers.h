@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 
 /// Finds what an app leaves in its user's Library folder, so that the user can put it into the
 /// Trash together with the app. Looks only; touches nothing.

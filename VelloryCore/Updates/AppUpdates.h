@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "Support/PropertyList.h"
 
 /// Looks for newer versions of installed apps: decides whom to ask, and reads the answers. Fetching

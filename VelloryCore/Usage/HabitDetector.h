@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "Support/Uuid.h"
 #include "Usage/HabitLog.h"
 #include "Workspaces/Workspace.h"

@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "Support/Date.h"
 #include "Usage/LaunchLog.h"
 

@@ -9,7 +9,7 @@
 #include <system_error>
 #include <vector>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "Support/Date.h"
 #include "Support/Json.h"
 #include "Support/Uuid.h"

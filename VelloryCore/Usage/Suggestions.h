@@ -6,7 +6,7 @@
 #include <set>
 #include <vector>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "Support/Calendar.h"
 #include "Support/Date.h"
 #include "Support/Uuid.h"

@@ -5,7 +5,7 @@
 #include <set>
 #include <string_view>
 
-#include "Board/WellKnownApps.h"
+#include "Apps/WellKnownApps.h"
 
 namespace vellory {
 

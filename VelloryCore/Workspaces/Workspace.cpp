@@ -8,7 +8,7 @@
 #include <iomanip>
 #include <sstream>
 
-#include "Board/WellKnownApps.h"
+#include "Apps/WellKnownApps.h"
 #include "Support/AtomicFile.h"
 
 namespace vellory {

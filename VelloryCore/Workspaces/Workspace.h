@@ -13,7 +13,7 @@
 #include <variant>
 #include <vector>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "Support/Json.h"
 #include "Support/Uuid.h"
 

@@ -8,7 +8,7 @@
 
 #include <QPointer>
 
-#include "Board/WellKnownApps.h"
+#include "Apps/WellKnownApps.h"
 #include "Support/AtomicFile.h"
 #include "platform/Desktop.h"
 

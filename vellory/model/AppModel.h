@@ -12,9 +12,9 @@
 
 #include <QObject>
 
+#include "Apps/InstalledApp.h"
 #include "Board/Board.h"
 #include "Board/BoardStore.h"
-#include "Board/InstalledApp.h"
 #include "Search/GridFilter.h"
 #include "Support/Text.h"
 #include "Support/Uuid.h"

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "Search/PreparedNames.h"
 
 namespace vellory {

@@ -9,7 +9,7 @@
 
 #include <QObject>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "Support/Calendar.h"
 #include "Support/Date.h"
 #include "Support/UserDefaults.h"

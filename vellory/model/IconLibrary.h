@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <system_error>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "Support/Uuid.h"
 
 namespace vellory {

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "Board/VelloryPaths.h"
 #include "Support/Date.h"
 #include "Support/Uuid.h"

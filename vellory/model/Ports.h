@@ -4,7 +4,7 @@
 #include <set>
 #include <string>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "Board/VelloryPaths.h"
 #include "Support/Calendar.h"
 #include "Support/Uuid.h"

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "Search/AppKeywords.h"
 #include "Search/PurposeIndex.h"
 

@@ -7,7 +7,7 @@
 
 #include <QObject>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "model/Ports.h"
 
 namespace vellory {

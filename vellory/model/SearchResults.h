@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "Search/EmojiSearch.h"
 #include "model/GridNavigation.h"
 

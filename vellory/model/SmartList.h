@@ -7,7 +7,7 @@
 
 #include <QObject>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "Support/Calendar.h"
 #include "model/Prefs.h"
 #include "platform/Metadata.h"

@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "platform/Image.h"
 
 namespace vellory {

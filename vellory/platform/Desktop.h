@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "platform/Image.h"
 
 namespace vellory {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 
 namespace vellory {
 

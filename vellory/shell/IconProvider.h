@@ -11,7 +11,7 @@
 #include <QQuickAsyncImageProvider>
 #include <QThreadPool>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "platform/AppIcons.h"
 
 namespace vellory {

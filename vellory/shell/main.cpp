@@ -9,6 +9,7 @@
 #include <QIcon>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QTimeZone>
 #include <QTimer>
 
 #include "model/AppModel.h"
@@ -267,7 +268,7 @@ int run(const CommandLine& options, const char* program) {
                     .newID = Uuid::random,
                     .ownID = platformID,
                     .desktopApps = platform.desktopApps(),
-                    .calendar = Calendar::current()});
+                    .calendar = Calendar(QTimeZone::systemTimeZoneId().toStdString())});
     LauncherState state(model);
     LauncherController controller({.model = model,
                                    .state = state,

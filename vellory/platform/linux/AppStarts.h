@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "platform/RunningApps.h"
 #include "platform/Scheduler.h"
 #include "platform/linux/Launcher.h"

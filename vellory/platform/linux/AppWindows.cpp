@@ -155,9 +155,10 @@ std::optional<std::vector<AppWindow>> AppWindows::read() {
         connection_.values(connection_.requestProperty(connection_.root(), ewmh._NET_CLIENT_LIST));
     windows.resize(std::min(windows.size(), maxWindows));
     matchAnew();
+    const std::set<xcb_window_t> listed(windows.begin(), windows.end());
     std::erase_if(known_, [&](const auto& entry) {
         // Who is still unknown is asked again: a process may have been moved to its scope by now.
-        return !entry.second.app || std::ranges::find(windows, entry.first) == windows.end();
+        return !entry.second.app || !listed.contains(entry.first);
     });
     learn(windows);
 
@@ -207,8 +208,13 @@ bool AppWindows::isListed(xcb_window_t window) {
 std::vector<AppWindow> AppWindows::stacked(std::vector<AppWindow> windows) {
     const auto order = connection_.values(connection_.requestProperty(
         connection_.root(), connection_.ewmh()->_NET_CLIENT_LIST_STACKING));
+    std::map<xcb_window_t, std::size_t> height;
+    for (const xcb_window_t window : order) {
+        height.emplace(window, height.size());
+    }
     std::ranges::stable_sort(windows, {}, [&](const AppWindow& window) {
-        return std::ranges::find(order, window.window) - order.begin();
+        const auto found = height.find(window.window);
+        return found == height.end() ? order.size() : found->second;
     });
     return windows;
 }

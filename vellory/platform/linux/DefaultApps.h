@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 
 /// Which app the user has for what, as the desktop's associations say (mimeapps.list). Any thread.
 namespace vellory::DefaultApps {

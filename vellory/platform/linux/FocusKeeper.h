@@ -7,7 +7,7 @@
 
 #include <xcb/xcb.h>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 
 namespace vellory {
 

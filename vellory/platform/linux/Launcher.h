@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "platform/linux/GLibPointers.h"
 #include "platform/linux/SessionEnvironment.h"
 

@@ -6,7 +6,7 @@
 #include <mutex>
 #include <string>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "platform/linux/BusListener.h"
 #include "platform/linux/SessionEnvironment.h"
 

@@ -7,7 +7,7 @@
 #include <set>
 #include <string>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 #include "platform/EventLoop.h"
 #include "platform/Scheduler.h"
 #include "platform/linux/LinuxAppCatalogue.h"

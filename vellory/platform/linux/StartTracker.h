@@ -7,7 +7,7 @@
 #include <set>
 #include <string>
 
-#include "Board/InstalledApp.h"
+#include "Apps/InstalledApp.h"
 
 namespace vellory {
 

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-/// Apps that the rules name. Opening a workspace or restoring a desk hides or quits neither; a
+/// Apps that are known by name. Opening a workspace or restoring a desk hides or quits neither; a
 /// desktop adds its own file manager and shell to the protected apps that it passes in.
 namespace vellory::WellKnownApps {
 

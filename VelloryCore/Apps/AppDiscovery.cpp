@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Board/AppDiscovery.h"
+#include "Apps/AppDiscovery.h"
 
 #include <algorithm>
 #include <set>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Board/AppDiscovery.h"
+#include "Apps/AppDiscovery.h"
 
 #include <sys/stat.h>
 
@@ -10,7 +10,7 @@
 #include "support/Child.h"
 #include "support/TemporaryFolder.h"
 
-namespace vellory::board_tests {
+namespace vellory::apps_tests {
 namespace {
 
 namespace fs = std::filesystem;
@@ -200,4 +200,4 @@ TEST_F(AppDiscoveryTest, AColonInAFileNameWasTypedAsASlash) {
 }
 
 } // namespace
-} // namespace vellory::board_tests
+} // namespace vellory::apps_tests
