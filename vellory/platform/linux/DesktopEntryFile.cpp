@@ -75,6 +75,26 @@ std::string actionGroup(std::string_view action) {
     return std::string("Desktop Action ").append(action);
 }
 
+std::string newWindowAction(const std::filesystem::path& file) {
+    const glib::KeyFile entry = load(file);
+    if (entry == nullptr) {
+        return "";
+    }
+    for (const std::string& action : list(entry.get(), G_KEY_FILE_DESKTOP_KEY_ACTIONS)) {
+        std::string plain;
+        for (const char c : action) {
+            if (g_ascii_isalnum(c)) {
+                plain += g_ascii_tolower(c);
+            }
+        }
+        if (plain == "newwindow" &&
+            g_key_file_has_group(entry.get(), actionGroup(action).c_str())) {
+            return action;
+        }
+    }
+    return "";
+}
+
 std::string displayable(std::string_view name) {
     if (name.size() <= maxNameCharacters && isPlainAscii(name) &&
         name.find("  ") == std::string_view::npos) {

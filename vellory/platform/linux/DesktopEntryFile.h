@@ -30,6 +30,9 @@ std::vector<std::string> list(GKeyFile* entry, const char* key);
 /// The group that describes an action.
 std::string actionGroup(std::string_view action);
 
+/// The action by which an app opens another window of itself, whatever it calls it; "" for none.
+std::string newWindowAction(const std::filesystem::path& file);
+
 /// `name` as one short line: control characters and those that turn the direction of the text
 /// around become spaces, runs of white space one space, and the length is cut.
 std::string displayable(std::string_view name);

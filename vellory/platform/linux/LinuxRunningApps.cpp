@@ -2,17 +2,16 @@
 #include "platform/linux/LinuxRunningApps.h"
 
 #include <algorithm>
-#include <set>
 
 #include <xcb/xcb_icccm.h>
 
+#include "platform/linux/AppPresence.h"
 #include "platform/linux/AppStarts.h"
 #include "platform/linux/AppWindows.h"
 #include "platform/linux/DesktopEntryFile.h"
 #include "platform/linux/FileLinks.h"
 #include "platform/linux/FocusKeeper.h"
 #include "platform/linux/ProcessInfo.h"
-#include "platform/linux/StartTracker.h"
 #include "platform/linux/SystemdUnits.h"
 
 namespace vellory {
@@ -21,28 +20,6 @@ namespace {
 
 /// How long a new window manager may take to list the windows that it found, in seconds.
 constexpr double settleSeconds = 3;
-
-/// The action by which an app opens another window of itself, whatever it calls it.
-std::string newWindowAction(const std::filesystem::path& file) {
-    const glib::KeyFile entry = DesktopEntryFile::load(file);
-    if (entry == nullptr) {
-        return "";
-    }
-    for (const std::string& action :
-         DesktopEntryFile::list(entry.get(), G_KEY_FILE_DESKTOP_KEY_ACTIONS)) {
-        std::string plain;
-        for (const char c : action) {
-            if (g_ascii_isalnum(c)) {
-                plain += g_ascii_tolower(c);
-            }
-        }
-        if (plain == "newwindow" &&
-            g_key_file_has_group(entry.get(), DesktopEntryFile::actionGroup(action).c_str())) {
-            return action;
-        }
-    }
-    return "";
-}
 
 } // namespace
 
@@ -53,7 +30,9 @@ class LinuxRunningApps::Session {
         : entries_(std::move(entries)), loop_(loop), scheduler_(scheduler),
           connection_(X11Connection::open(options.environment.value("DISPLAY"))),
           starts_(std::make_shared<AppStarts>(options.environment, connection_.get(), scheduler)),
-          tracker_(secondsSinceBoot()),
+          presence_({.processStart = processStart,
+                     .isExpected = [this](const BundleID& id) { return starts_->isExpected(id); }},
+                    secondsSinceBoot()),
           units_(options.environment, loop,
                  [this](const std::string& unit, SystemdUnits::Change change) {
                      noteUnit(unit, change);
@@ -66,12 +45,7 @@ class LinuxRunningApps::Session {
         });
         watch_ = loop_.watchReadable(connection_->fileDescriptor(), [this] { processEvents(); });
         windowManager_ = connection_->windowManager();
-        const auto windows = read();
-        running_ = appsOf(windows);
-        seen_ = identifiersOf(windows);
-        for (const AppWindow& window : windows) {
-            tracker_.found(window.app, window.startupId);
-        }
+        presence_.begin(read());
         lookAfterEvents();
     }
 
@@ -101,7 +75,7 @@ class LinuxRunningApps::Session {
         const bool isAnother = mode == Open::newInstance && !windowsOf(app.bundleID).empty();
         start({.app = app,
                .file = {},
-               .action = isAnother ? newWindowAction(app.url) : "",
+               .action = isAnother ? DesktopEntryFile::newWindowAction(app.url) : "",
                .focus = isBackground ? AppStarts::Focus::unwanted : AppStarts::Focus::wanted},
               std::move(completion));
     }
@@ -181,22 +155,6 @@ class LinuxRunningApps::Session {
     std::vector<AppWindow> read() {
         auto windows = windows_ ? windows_->read() : std::nullopt;
         return std::move(windows).value_or(std::vector<AppWindow>());
-    }
-
-    static std::set<BundleID> appsOf(const std::vector<AppWindow>& windows) {
-        std::set<BundleID> apps;
-        for (const AppWindow& window : windows) {
-            apps.insert(window.app);
-        }
-        return apps;
-    }
-
-    static std::set<xcb_window_t> identifiersOf(const std::vector<AppWindow>& windows) {
-        std::set<xcb_window_t> identifiers;
-        for (const AppWindow& window : windows) {
-            identifiers.insert(window.window);
-        }
-        return identifiers;
     }
 
     xcb_window_t activeWindow() {
@@ -302,49 +260,18 @@ class LinuxRunningApps::Session {
         if (!manager) {
             return;
         }
-        const auto windows = read();
-        const std::set<BundleID> now = appsOf(windows);
-        std::vector<BundleID> came;
-        std::ranges::set_difference(now, running_, std::back_inserter(came));
-        std::vector<BundleID> gone;
-        if (!isSettling_) {
-            std::ranges::set_difference(running_, now, std::back_inserter(gone));
+        const auto missing =
+            isSettling_ ? AppPresence::Missing::stillListed : AppPresence::Missing::quit;
+        const auto news = presence_.compare(read(), missing, secondsSinceBoot());
+        for (const BundleID& id : news.withNewWindows) {
+            starts_->end(id);
         }
-        const std::vector<BundleID> launched = startedAmong(came, windows);
-        running_.insert(came.begin(), came.end());
-        for (const BundleID& id : gone) {
-            running_.erase(id);
-            tracker_.windowsWent(id, secondsSinceBoot());
-        }
-        for (const AppWindow& window : windows) {
-            if (!seen_.contains(window.window)) {
-                starts_->end(window.app);
-            }
-        }
-        seen_ = identifiersOf(windows);
-        tell(launched, gone, launched.size() < came.size());
-    }
-
-    /// Those of the apps that have just got windows that were started for it.
-    std::vector<BundleID> startedAmong(const std::vector<BundleID>& came,
-                                       const std::vector<AppWindow>& windows) {
-        std::vector<BundleID> started;
-        for (const BundleID& id : came) {
-            const auto first = std::ranges::find(windows, id, &AppWindow::app);
-            if (tracker_.windowsCame(id,
-                                     {.processStart = processStart(first->pid),
-                                      .startupId = first->startupId,
-                                      .isExpected = starts_->isExpected(id)},
-                                     secondsSinceBoot())) {
-                started.push_back(id);
-            }
-        }
-        return started;
+        tell(news.launched, news.quit, news.isChangedBeside);
     }
 
     void noteUnit(const std::string& unit, SystemdUnits::Change change) {
         if (change == SystemdUnits::Change::went) {
-            tracker_.unitWent(unit, secondsSinceBoot());
+            presence_.unitWent(unit, secondsSinceBoot());
             return;
         }
         const auto& entries = entries_->lastRead();
@@ -354,7 +281,7 @@ class LinuxRunningApps::Session {
                 continue;
             }
             // What menus do not show is a part of the desktop, not an app that somebody starts.
-            if (entry->second.isShown && tracker_.unitCame(id, unit, secondsSinceBoot())) {
+            if (entry->second.isShown && presence_.unitCame(id, unit, secondsSinceBoot())) {
                 tell({id}, {}, false);
             }
             return;
@@ -387,10 +314,8 @@ class LinuxRunningApps::Session {
     std::shared_ptr<AppStarts> starts_;
     std::optional<AppWindows> windows_;
     std::optional<xcb_window_t> windowManager_;
-    StartTracker tracker_;
+    AppPresence presence_;
     FocusKeeper keeper_;
-    std::set<BundleID> running_;  ///< the apps with windows, as of the last comparison
-    std::set<xcb_window_t> seen_; ///< the windows of the last comparison
     Observer observer_;
     bool isPending_ = false;
     bool isSettling_ = false;
