@@ -258,6 +258,7 @@ TEST(Back, LeavesOneThingAtATime) {
     launcher->setQuery("b");
     launcher->setOpenFolder(uuid(1));
     launcher->toggleSelected("a");
+    launcher->setPanel(LauncherState::Panel::settings);
 
     launcher->back();
     EXPECT_THAT(launcher->selected(), IsEmpty());
@@ -270,9 +271,26 @@ TEST(Back, LeavesOneThingAtATime) {
     EXPECT_TRUE(launcher->showWindows());
     launcher->back();
     EXPECT_FALSE(launcher->showWindows());
+    EXPECT_TRUE(launcher->isCovered());
+    launcher->back();
+    EXPECT_EQ(launcher->panel(), LauncherState::Panel::none);
     EXPECT_EQ(launcher.hides, 0);
     launcher->back();
     EXPECT_EQ(launcher.hides, 1);
+}
+
+// A link can search while the settings are open.
+TEST(Panels, PutsAwayWhatWouldLieOverTheMatches) {
+    Launcher launcher(3);
+    launcher->togglePanel(LauncherState::Panel::settings);
+    launcher->setQuery("a");
+    EXPECT_EQ(launcher->panel(), LauncherState::Panel::none);
+    launcher->togglePanel(LauncherState::Panel::settings);
+    launcher->setQuery("a");
+    EXPECT_EQ(launcher->panel(), LauncherState::Panel::none) << "also for what is searched already";
+    launcher->setPanel(LauncherState::Panel::workspaces);
+    launcher->setQuery("b");
+    EXPECT_EQ(launcher->panel(), LauncherState::Panel::workspaces) << "stands beside them";
 }
 
 TEST(Back, ResetForgetsEverythingAtOnce) {

@@ -294,17 +294,6 @@ void namesOf(QAccessibleInterface* item, std::vector<std::string>& nameless) {
     }
 }
 
-int countOf(QAccessibleInterface* item, QAccessible::Role role) {
-    if (item == nullptr || item->state().invisible) {
-        return 0;
-    }
-    int count = item->role() == role ? 1 : 0;
-    for (int i = 0; i < item->childCount(); ++i) {
-        count += countOf(item->child(i), role);
-    }
-    return count;
-}
-
 TEST_F(ArrangeTest, EveryControlHasANameInEveryView) {
     openWith(50);
     QAccessibleInterface* tree = QAccessible::queryAccessibleInterface(&window());
@@ -322,7 +311,7 @@ TEST_F(ArrangeTest, EveryControlHasANameInEveryView) {
     model->sortByUse();
     model->moveToEnd("app:a01");
     for (const auto panel : {LauncherState::Panel::history, LauncherState::Panel::hiddenApps,
-                             LauncherState::Panel::emoji}) {
+                             LauncherState::Panel::emoji, LauncherState::Panel::settings}) {
         state->setPanel(panel);
         settle();
         EXPECT_EQ(countOf(tree, QAccessible::Dialog), 1);

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QQuickItem>
 #include <QTest>
 
@@ -83,6 +84,24 @@ class LauncherWindow : public World {
                    ? QPoint()
                    : item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
     }
+    /// The control that assistive technology knows by this name; null for none that can be seen.
+    static QQuickItem* controlOf(const QQuickWindow& in, const QString& name) {
+        return named(accessible(in), name);
+    }
+    static QAccessibleInterface* accessible(const QQuickWindow& window) {
+        return QAccessible::queryAccessibleInterface(const_cast<QQuickWindow*>(&window));
+    }
+    /// How many of these can be seen at an item and below it.
+    static int countOf(QAccessibleInterface* item, QAccessible::Role role) {
+        if (item == nullptr || item->state().invisible) {
+            return 0;
+        }
+        int count = item->role() == role ? 1 : 0;
+        for (int i = 0; i < item->childCount(); ++i) {
+            count += countOf(item->child(i), role);
+        }
+        return count;
+    }
     void click(const std::string& id, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         QTest::mouseClick(&window(), Qt::LeftButton, modifiers, middleOf(id));
     }
@@ -100,6 +119,22 @@ class LauncherWindow : public World {
     std::unique_ptr<LauncherController> controller;
 
   private:
+    static QQuickItem* named(QAccessibleInterface* below, const QString& name) {
+        if (below == nullptr || below->state().invisible) {
+            return nullptr;
+        }
+        if (below->text(QAccessible::Name) == name) {
+            if (auto* item = qobject_cast<QQuickItem*>(below->object())) {
+                return item;
+            }
+        }
+        for (int i = 0; i < below->childCount(); ++i) {
+            if (QQuickItem* found = named(below->child(i), name)) {
+                return found;
+            }
+        }
+        return nullptr;
+    }
     static QQuickItem* find(const QQuickItem& below, const QString& id) {
         for (QQuickItem* child : below.childItems()) {
             if (!child->isVisible()) {

@@ -109,7 +109,7 @@ TEST_F(LauncherWindowTest, AHabitIsAnsweredInItsBarByPointerOrKeyboard) {
 TEST_F(LauncherWindowTest, SettingsOpenOverTheGridAndKeysStayInThem) {
     openWith(3);
     press(Qt::Key_Comma, Qt::ControlModifier);
-    EXPECT_TRUE(controller->settings().isShown());
+    EXPECT_EQ(state->panel(), LauncherState::Panel::settings);
     settle();
     press(Qt::Key_Down);
     press(Qt::Key_Down);
@@ -119,7 +119,7 @@ TEST_F(LauncherWindowTest, SettingsOpenOverTheGridAndKeysStayInThem) {
     press(Qt::Key_Down);
     EXPECT_EQ(model->prefs().smartListMode(), Prefs::SmartListMode::recent);
     press(Qt::Key_Escape);
-    EXPECT_FALSE(controller->settings().isShown());
+    EXPECT_EQ(state->panel(), LauncherState::Panel::none);
     EXPECT_TRUE(controller->isShown());
     type("a01");
     EXPECT_EQ(state->query(), "a01");
@@ -127,13 +127,32 @@ TEST_F(LauncherWindowTest, SettingsOpenOverTheGridAndKeysStayInThem) {
 
 TEST_F(LauncherWindowTest, SettingsHaveAWindowOfTheirOwnWhenTheGridIsNotThere) {
     openWith(3);
+    press(Qt::Key_Comma, Qt::ControlModifier);
     controller->showSettings();
     EXPECT_FALSE(controller->isShown());
     ASSERT_NE(controller->settingsWindow(), nullptr);
     EXPECT_TRUE(controller->settingsWindow()->isVisible());
     EXPECT_EQ(controller->settingsWindow()->title(), "vellory Settings");
     EXPECT_EQ(controller->settingsWindow()->errors().size(), 0);
-    EXPECT_FALSE(controller->settings().isShown()) << "not over the grid as well";
+}
+
+// The settings ask for what they show in whichever window they stand.
+TEST_F(LauncherWindowTest, AppsThatNobodyOpensAreListedOverTheGridAndInTheWindow) {
+    openWith(3);
+    constexpr int unusedPage = 3;
+    controller->settings().setPage(unusedPage);
+    const auto lists = [&](const QQuickWindow& in, int apps) {
+        return eventually([&] { return countOf(accessible(in), QAccessible::ListItem) == apps; });
+    };
+    press(Qt::Key_Comma, Qt::ControlModifier);
+    EXPECT_TRUE(lists(window(), 3));
+    controller->showSettings();
+    const QQuickWindow& own = *controller->settingsWindow();
+    EXPECT_TRUE(lists(own, 3));
+    EXPECT_NE(controlOf(own, "A01"), nullptr);
+    runningApps.starts("a01");
+    EXPECT_TRUE(lists(own, 2));
+    EXPECT_EQ(controlOf(own, "A01"), nullptr);
 }
 
 TEST_F(LauncherWindowTest, NoticesAreSeenAlsoWithoutTheGrid) {

@@ -202,7 +202,7 @@ TEST_F(WorkspaceViewTest, TheSettingsHoldWhatAllWorkspacesShareAndInstallTheComm
     qputenv("HOME", QByteArray::fromStdString(folder.path().string()));
     focusSource.isReadable = false;
     openWithTwo();
-    controller->settings().setShown(true);
+    state->setPanel(LauncherState::Panel::settings);
     settle();
     clickControl("Install command-line tool");
     EXPECT_EQ(noticeShown(), "Installed ~/.local/bin/vellory");

@@ -6,8 +6,6 @@
 
 #include <gmock/gmock.h>
 
-#include <QAccessible>
-
 #include "view/LauncherWindow.h"
 
 namespace vellory::test {
@@ -64,9 +62,7 @@ class WorkspaceViewTest : public testing::Test, public LauncherWindow {
     }
 
     /// The control that assistive technology knows by this name; null for none that can be seen.
-    QQuickItem* control(const QString& name) {
-        return named(QAccessible::queryAccessibleInterface(&window()), name);
-    }
+    QQuickItem* control(const QString& name) { return controlOf(window(), name); }
     QPoint middleOfControl(const QString& name) {
         QQuickItem* item = control(name);
         EXPECT_NE(item, nullptr) << "no control " << name.toStdString();
@@ -152,22 +148,6 @@ class WorkspaceViewTest : public testing::Test, public LauncherWindow {
         for (int i = 0; i < item->childCount(); ++i) {
             walk(item->child(i), count, nameless);
         }
-    }
-    static QQuickItem* named(QAccessibleInterface* below, const QString& name) {
-        if (below == nullptr || below->state().invisible) {
-            return nullptr;
-        }
-        if (below->text(QAccessible::Name) == name) {
-            if (auto* item = qobject_cast<QQuickItem*>(below->object())) {
-                return item;
-            }
-        }
-        for (int i = 0; i < below->childCount(); ++i) {
-            if (QQuickItem* found = named(below->child(i), name)) {
-                return found;
-            }
-        }
-        return nullptr;
     }
 };
 

@@ -112,6 +112,9 @@ void LauncherState::applyPrefs() {
 }
 
 void LauncherState::setQuery(const std::string& query) {
+    if (!query.empty() && isCovered()) {
+        setPanel(Panel::none);
+    }
     const bool wasSearching = searching();
     if (!assign(query_, query, &LauncherState::queryChanged)) {
         return;
@@ -294,6 +297,10 @@ void LauncherState::endRenaming(const std::optional<std::string>& name) {
 
 void LauncherState::setPanel(Panel panel) {
     assign(panel_, panel, &LauncherState::panelChanged);
+}
+
+void LauncherState::togglePanel(Panel panel) {
+    setPanel(panel_ == panel ? Panel::none : panel);
 }
 
 void LauncherState::chooseEmoji(const Uuid& folder) {

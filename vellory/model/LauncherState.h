@@ -39,7 +39,8 @@ class LauncherState : public QObject {
         emoji,
         workspaces,
         workspaceFromOpen,
-        focusSession
+        focusSession,
+        settings
     };
 
     /// How many apps an open folder shows before it pages.
@@ -50,7 +51,7 @@ class LauncherState : public QObject {
     ~LauncherState() override;
 
     const std::string& query() const { return query_; }
-    /// The first match is highlighted.
+    /// The first match is highlighted; what stands over the matches is put away.
     void setQuery(const std::string& query);
     bool searching() const { return !query_.empty(); }
     /// What the query finds, beside apps also sums and emoji.
@@ -106,6 +107,10 @@ class LauncherState : public QObject {
 
     Panel panel() const { return panel_; }
     void setPanel(Panel panel);
+    /// Opens the panel, or puts it away when it is the one that is open.
+    void togglePanel(Panel panel);
+    /// Whether a panel keeps the grid, or what a search found, from being used.
+    bool isCovered() const { return panel_ != Panel::none && panel_ != Panel::workspaces; }
     /// Opens the panel in which the user picks a badge for the folder.
     void chooseEmoji(const Uuid& folder);
     /// The folder that the emoji panel is about.
@@ -175,7 +180,6 @@ class LauncherState : public QObject {
     void hintsModeChanged();
     void renamingChanged();
     void panelChanged();
-    void settingsRequested();
     /// The user asked for the menu of this item by the keyboard; -1 for the background's.
     void menuRequested(int index);
     void hintBufferChanged();

@@ -242,8 +242,8 @@ Menu TileMenu::forBackground() const {
     menu.push_back(entry("Layout history…", "clock.arrow.circlepath",
                          [&state = state_] { state.setPanel(LauncherState::Panel::history); }));
     separate(menu);
-    menu.push_back(
-        entry("Settings…", "gearshape", [&state = state_] { Q_EMIT state.settingsRequested(); }));
+    menu.push_back(entry("Settings…", "gearshape",
+                         [&state = state_] { state.setPanel(LauncherState::Panel::settings); }));
     return menu;
 }
 

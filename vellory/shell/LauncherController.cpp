@@ -28,8 +28,6 @@ LauncherController::LauncherController(Parts parts, QObject* parent)
     connect(&settings_, &SettingsViewModel::noticePosted, viewModel_.notices(), &NoticeList::post);
     connect(&parts_.state, &LauncherState::hideRequested, this, &LauncherController::hide);
     connect(&parts_.model, &AppModel::launcherHideRequested, this, &LauncherController::hide);
-    connect(&parts_.state, &LauncherState::settingsRequested, &settings_,
-            [this] { settings_.setShown(true); });
     connect(&keyCatcher_, &KeyCatcher::caught, this,
             [this](int key, int modifiers, const QString& text) {
                 if (!suggestionsModel_.handleKey(key, modifiers, text)) {
@@ -126,7 +124,6 @@ void LauncherController::hide() {
     }
     parts_.state.setPresented(false);
     keyCatcher_.stop();
-    settings_.setShown(false);
     awaitingFrame_ = false;
     if (view_ != nullptr) {
         view_->hide();
@@ -136,7 +133,7 @@ void LauncherController::hide() {
 }
 
 void LauncherController::showSettings() {
-    constexpr QSize usual(760, 560);
+    constexpr QSize usual(760, 600);
     constexpr QSize least(560, 420);
     hide();
     createWindow();

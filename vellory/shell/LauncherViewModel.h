@@ -74,7 +74,8 @@ class LauncherViewModel : public QObject {
         Emoji = static_cast<int>(LauncherState::Panel::emoji),
         Workspaces = static_cast<int>(LauncherState::Panel::workspaces),
         WorkspaceFromOpen = static_cast<int>(LauncherState::Panel::workspaceFromOpen),
-        FocusSession = static_cast<int>(LauncherState::Panel::focusSession)
+        FocusSession = static_cast<int>(LauncherState::Panel::focusSession),
+        Settings = static_cast<int>(LauncherState::Panel::settings)
     };
     Q_ENUM(Panel)
 
@@ -140,6 +141,7 @@ class LauncherViewModel : public QObject {
     Q_INVOKABLE void beginRenaming(const QString& tileId);
     Q_INVOKABLE void endRenaming(const QString& name) { state_.endRenaming(name.toStdString()); }
     Q_INVOKABLE void cancelRenaming() { state_.endRenaming(std::nullopt); }
+    Q_INVOKABLE void toggleSettings() { state_.togglePanel(LauncherState::Panel::settings); }
     Q_INVOKABLE void closePanel() { state_.setPanel(LauncherState::Panel::none); }
     Q_INVOKABLE void unhide(const QString& app) { model_.unhide(app.toStdString()); }
     Q_INVOKABLE QString appName(const QString& app) const;

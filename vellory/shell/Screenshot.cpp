@@ -160,7 +160,7 @@ std::expected<void, std::string> arrange(const QString& view, LauncherController
     if (view == "settings") {
         constexpr int workspacesPage = 1;
         controller.settings().setPage(workspacesPage);
-        controller.settings().setShown(true);
+        state.setPanel(LauncherState::Panel::settings);
     }
     return {};
 }

@@ -47,19 +47,6 @@ SettingsViewModel::SettingsViewModel(AppModel& model, const std::filesystem::pat
             &SettingsViewModel::unusedAppsChanged);
 }
 
-void SettingsViewModel::setShown(bool shown) {
-    if (shown != shown_) {
-        shown_ = shown;
-        Q_EMIT shownChanged();
-        if (shown_) {
-            Q_EMIT prefsChanged();
-            Q_EMIT hasCommandChanged();
-            Q_EMIT habitsChanged();
-            Q_EMIT unusedAppsChanged();
-        }
-    }
-}
-
 void SettingsViewModel::setPage(int page) {
     if (page != page_) {
         page_ = page;
@@ -132,9 +119,6 @@ QString SettingsViewModel::habitRecord() const {
 
 QVariantList SettingsViewModel::unusedApps() const {
     QVariantList out;
-    if (!shown_) {
-        return out;
-    }
     const auto& icons = model_.board().icons;
     for (const UsageCenter::UnusedApp& unused : model_.learned().unusedApps()) {
         const auto icon = icons.find(unused.app);

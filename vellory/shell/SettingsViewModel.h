@@ -16,14 +16,13 @@
 
 namespace vellory {
 
-/// What the settings show and change. Each page asks for its part; nothing is gathered while no
-/// page shows it.
+/// What the settings show and change, over the grid or in a window of their own. Each page asks for
+/// its part when it is made, which is when it is shown; nothing is gathered while no page shows it.
 class SettingsViewModel : public QObject {
     Q_OBJECT
     QML_NAMED_ELEMENT(Settings)
     QML_UNCREATABLE("The settings come from the program")
 
-    Q_PROPERTY(bool shown READ isShown WRITE setShown NOTIFY shownChanged)
     Q_PROPERTY(int page READ page WRITE setPage NOTIFY pageChanged)
 
     Q_PROPERTY(bool showLabels READ showLabels WRITE setShowLabels NOTIFY prefsChanged)
@@ -35,7 +34,7 @@ class SettingsViewModel : public QObject {
     Q_PROPERTY(int closeApps READ closeApps WRITE setCloseApps NOTIFY prefsChanged)
     Q_PROPERTY(QString closingText READ closingText CONSTANT)
     Q_PROPERTY(bool readFocus READ readFocus WRITE setReadFocus NOTIFY prefsChanged)
-    /// Whether the desktop's Focus can be read; asked anew when the settings are shown.
+    /// Whether the desktop's Focus can be read now.
     Q_PROPERTY(bool canReadFocus READ canReadFocus NOTIFY prefsChanged)
     Q_PROPERTY(QString readFocusText READ readFocusText CONSTANT)
     Q_PROPERTY(QString cannotReadFocusText READ cannotReadFocusText CONSTANT)
@@ -55,8 +54,6 @@ class SettingsViewModel : public QObject {
     SettingsViewModel(AppModel& model, const std::filesystem::path& home,
                       QObject* parent = nullptr);
 
-    bool isShown() const { return shown_; }
-    void setShown(bool shown);
     int page() const { return page_; }
     void setPage(int page);
 
@@ -100,7 +97,6 @@ class SettingsViewModel : public QObject {
     QVariantList unusedApps() const;
 
   Q_SIGNALS:
-    void shownChanged();
     void pageChanged();
     void prefsChanged();
     void hasCommandChanged();
@@ -113,7 +109,6 @@ class SettingsViewModel : public QObject {
     AppModel& model_;
     ProtectedApps protectedApps_;
     CommandLineTool command_;
-    bool shown_ = false;
     int page_ = 0;
 };
 

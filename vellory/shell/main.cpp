@@ -108,7 +108,6 @@ void reportTo(QTimer& settling, LauncherController& controller, const AppModel& 
 void connectLinks(const CommandLinks& links, LauncherController& controller, LauncherState& state) {
     const auto showWith = [&](const std::string& query) {
         controller.show();
-        controller.settings().setShown(false); // They would lie over what was found.
         state.setQuery(query);
     };
     QObject::connect(&links, &CommandLinks::showRequested, &controller, &LauncherController::show);

@@ -20,7 +20,7 @@ FocusScope {
     readonly property real dockRoom: docked ? dock.width + 2 * Theme.unit : 0
     // A menu or panel stands over everything. What lies below must not hear taps: handlers get them
     // also when something above has taken them.
-    readonly property bool covered: contextMenu.open || (launcher.panel !== Launcher.None && !docked) || settings.shown
+    readonly property bool covered: contextMenu.open || (launcher.panel !== Launcher.None && !docked)
     // The pointer went down on something that is dragged or scrolled by itself.
     property bool pressedBeside: false
     // Something on the screen is still on its way; pictures wait for it.
@@ -92,18 +92,10 @@ FocusScope {
         }
     }
 
-    Connections {
-        target: view.settings
-        function onShownChanged() {
-            if (!view.settings.shown)
-                searchField.takeFocus()
-        }
-    }
-
     Shortcut {
         sequences: ["Ctrl+,"]
-        enabled: view.settings.shown || !view.covered
-        onActivated: view.settings.shown = !view.settings.shown
+        enabled: view.launcher.panel === Launcher.Settings || !view.covered
+        onActivated: view.launcher.toggleSettings()
     }
 
     Image {
@@ -153,7 +145,7 @@ FocusScope {
         id: stage
 
         anchors { fill: parent; rightMargin: view.dockRoom }
-        opacity: view.folderOpen || view.settings.shown ? 0.35 : 1
+        opacity: view.folderOpen ? 0.35 : 1
         scale: view.folderOpen && !Theme.reduceMotion && !view.softwareDrawn ? 0.98 : 1
         Behavior on opacity { NumberAnimation { id: stageFade; duration: Theme.makeRoom } }
         Behavior on scale { NumberAnimation { duration: Theme.makeRoom; easing.type: Easing.OutCubic } }
@@ -377,6 +369,8 @@ FocusScope {
         id: settingsPanel
 
         anchors.fill: parent
+        visible: view.launcher.panel === Launcher.Settings
+        launcher: view.launcher
         settings: view.settings
         suggestions: view.suggestions
     }

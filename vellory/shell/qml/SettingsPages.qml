@@ -47,7 +47,7 @@ FocusScope {
     ListView {
         id: names
 
-        anchors { left: parent.left; top: parent.top; bottom: parent.bottom; margins: 2 * Theme.unit }
+        anchors { left: parent.left; top: parent.top; bottom: parent.bottom }
         width: Math.min(208, panel.width * 0.34)
         activeFocusOnTab: true
         interactive: false
@@ -73,7 +73,7 @@ FocusScope {
             Accessible.role: Accessible.PageTab
             Accessible.name: modelData.title
             Accessible.selected: current
-            Accessible.onPressAction: names.currentIndex = index
+            Accessible.onPressAction: panel.settings.page = index
 
             Text {
                 anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; margins: 12 }
@@ -83,7 +83,7 @@ FocusScope {
                 font { pixelSize: Theme.bodySize; weight: name.current ? Font.DemiBold : Font.Normal }
             }
             TapHandler {
-                onTapped: names.currentIndex = name.index
+                onTapped: panel.settings.page = name.index
             }
         }
     }
@@ -96,8 +96,9 @@ FocusScope {
     }
 
     Loader {
-        anchors { left: line.right; right: parent.right; top: parent.top; bottom: parent.bottom; margins: 3 * Theme.unit }
-        active: panel.visible
+        anchors { left: line.right; right: parent.right; top: parent.top; bottom: parent.bottom; leftMargin: 3 * Theme.unit }
+        // Made when it can be seen, so that what it shows is asked for then.
+        active: panel.visible && panel.Window.visibility !== Window.Hidden
         sourceComponent: panel.pages[Math.max(0, Math.min(panel.settings.page, panel.pages.length - 1))].component
     }
 

@@ -17,7 +17,7 @@ Rectangle {
     Keys.onEscapePressed: Window.window.close()
 
     SettingsPages {
-        anchors.fill: parent
+        anchors { fill: parent; margins: Theme.panelPadding }
         focus: true
         settings: view.settings
         suggestions: view.suggestions

@@ -69,7 +69,7 @@ QtObject {
     readonly property int habitBarEdge: 12
     readonly property int dotEdgeOverBar: 60
     readonly property int settingsWidth: 760
-    readonly property int settingsHeight: 560
+    readonly property int settingsHeight: 624
     readonly property int documentWidth: 216
     readonly property int smallestIcon: 40
     readonly property real smartRowScale: 2 / 3 // of the grid's icons
