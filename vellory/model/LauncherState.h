@@ -16,6 +16,7 @@
 #include "Support/Uuid.h"
 #include "model/GridNavigation.h"
 #include "model/KeyCommand.h"
+#include "model/PageDrag.h"
 #include "model/ScrollPager.h"
 #include "model/SearchState.h"
 #include "model/TileDrag.h"
@@ -74,6 +75,8 @@ class LauncherState : public QObject {
     /// How wide one page is on the screen; flicks are measured by it.
     double pageWidth() const { return pageWidth_; }
     void setPageWidth(double width);
+    /// A drag of the grid's pages as they stand now.
+    PageDrag pageDrag() const { return PageDrag({page_, pageCount_, pageWidth_, rightToLeft_}); }
 
     const std::optional<Uuid>& openFolder() const { return openFolder_; }
     void setOpenFolder(const std::optional<Uuid>& folder);

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "Input/GridMotion.h"
 #include "Search/EmojiSearch.h"
 #include "model/TileMenu.h"
 #include "shell/TileItems.h"
@@ -12,6 +11,11 @@ namespace vellory {
 
 namespace {
 constexpr double eighthsPerNotch = 120.0; // what Qt calls the angle of one notch
+
+/// Held with these, a drag over the background adds to the selection.
+bool isAdding(int modifiers) {
+    return (modifiers & (Qt::ShiftModifier | Qt::ControlModifier)) != 0;
+}
 } // namespace
 
 LauncherViewModel::LauncherViewModel(AppModel& model, LauncherState& state,
@@ -141,8 +145,8 @@ void LauncherViewModel::toggleSelected(const QString& tileId) {
     }
 }
 
-void LauncherViewModel::beginBand(bool adding) {
-    selectedBefore_ = adding ? state_.selected() : std::set<BundleID>();
+void LauncherViewModel::beginBand(int modifiers) {
+    selectedBefore_ = isAdding(modifiers) ? state_.selected() : std::set<BundleID>();
 }
 
 void LauncherViewModel::selectInBand(const QStringList& tileIds) {
@@ -208,15 +212,18 @@ void LauncherViewModel::clearQuery() {
     state_.setQuery({});
 }
 
-int LauncherViewModel::pageAfterDrag(qreal offset, qreal velocity, qreal width) const {
-    const double direction = state_.rightToLeft() ? -1 : 1;
-    return GridMotion::pageTarget(state_.page(), {direction * offset, direction * velocity}, width,
-                                  state_.pageCount());
+bool LauncherViewModel::dragsPages(const QPointF& delta, int modifiers) const {
+    return !isAdding(modifiers) && state_.pageDrag().beginsWith(delta.x(), delta.y());
 }
 
-qreal LauncherViewModel::rubberBand(qreal value, qreal limit) const {
-    constexpr double coefficient = 0.55;
-    return GridMotion::rubberBand(value, limit, coefficient);
+qreal LauncherViewModel::draggedPosition(qreal travelled) const {
+    return state_.pageDrag().position(travelled);
+}
+
+qreal LauncherViewModel::letPagesGo(qreal travelled, qreal velocity) {
+    const PageDrag::Rest rest = state_.pageDrag().letGo(travelled, velocity);
+    state_.goToPage(rest.page);
+    return rest.speed;
 }
 
 void LauncherViewModel::fitGrid(qreal width, qreal height) {
@@ -226,10 +233,6 @@ void LauncherViewModel::fitGrid(qreal width, qreal height) {
 
 bool LauncherViewModel::handleKey(int key, int modifiers, const QString& text) {
     return state_.handleKey({static_cast<Qt::Key>(key), Qt::KeyboardModifiers(modifiers), text});
-}
-
-bool LauncherViewModel::handleScroll(qreal dx, qreal dy, bool precise, int phase) {
-    return state_.handleScroll({dx, dy, precise, static_cast<Scroll::Phase>(phase)});
 }
 
 bool LauncherViewModel::wheel(const QPointF& pixels, const QPointF& angle, int phase) {

@@ -133,8 +133,9 @@ class LauncherViewModel : public QObject {
 
     Q_INVOKABLE void activate(const QString& tileId, bool newWindow);
     Q_INVOKABLE void toggleSelected(const QString& tileId);
-    /// Selects these tiles' apps, besides what was selected when the band began if `adding`.
-    Q_INVOKABLE void beginBand(bool adding);
+    /// Selects these tiles' apps, besides what was selected when the band began if Shift or Ctrl is
+    /// held.
+    Q_INVOKABLE void beginBand(int modifiers);
     Q_INVOKABLE void selectInBand(const QStringList& tileIds);
     /// Shows what can be done with a tile; with the background when there is no such tile.
     Q_INVOKABLE void showMenu(const QString& tileId);
@@ -156,20 +157,21 @@ class LauncherViewModel : public QObject {
     Q_INVOKABLE void hide() { Q_EMIT state_.hideRequested(); }
     Q_INVOKABLE void goToPage(int page) { state_.goToPage(page); }
     Q_INVOKABLE void goToFolderPage(int page) { state_.step(page - state_.folderPage()); }
-    /// The page that a drag settles on, `offset` and `velocity` in pixels (and pixels a second).
-    Q_INVOKABLE int pageAfterDrag(qreal offset, qreal velocity, qreal width) const;
-    /// How far the grid gives way to a drag past its first or last page.
-    Q_INVOKABLE qreal rubberBand(qreal value, qreal limit) const;
+    /// What a drag over the grid's background means, as `PageDrag` says: of the pages, or of a band
+    /// that selects. With Shift or Ctrl it always selects.
+    Q_INVOKABLE bool dragsPages(const QPointF& delta, int modifiers) const;
+    Q_INVOKABLE qreal draggedPosition(qreal travelled) const;
+    /// Goes to the page that the drag settles on, and returns the speed with which it sets out.
+    Q_INVOKABLE qreal letPagesGo(qreal travelled, qreal velocity);
+    Q_INVOKABLE int pageTurnAt(qreal x) const { return state_.pageDrag().turnAt(x); }
     Q_INVOKABLE void fitGrid(qreal width, qreal height);
     Q_INVOKABLE bool handleKey(int key, int modifiers, const QString& text);
-    /// `dx` and `dy` in wheel notches, or in pixels when `precise`.
-    Q_INVOKABLE bool handleScroll(qreal dx, qreal dy, bool precise, int phase);
     /// What a new user may start with; each ends the welcome.
     Q_INVOKABLE void startWithFolders();
     Q_INVOKABLE void startAlphabetically();
     Q_INVOKABLE void endWelcome();
     Q_INVOKABLE QString hint(int index) const;
-    /// Turns a wheel event's numbers into `handleScroll`'s.
+    /// The numbers of a wheel event, and its phase. False when they mean nothing to the pages.
     Q_INVOKABLE bool wheel(const QPointF& pixels, const QPointF& angle, int phase);
 
   Q_SIGNALS:

@@ -51,20 +51,19 @@ Item {
         }
         if (launcher.openFolder !== "")
             return
-        const picks = (modifiers & (Qt.ShiftModifier | Qt.ControlModifier)) !== 0
-        if (!picks && launcher.pageCount > 1 && Math.abs(delta.x) > 2 * Math.abs(delta.y)) {
+        if (launcher.dragsPages(delta, modifiers)) {
             mode = "page"
             return
         }
         bandStart = at
-        launcher.beginBand(picks)
+        launcher.beginBand(modifiers)
         mode = "band"
     }
 
     function move(at: point, travelled: real): void {
         pointer = at
         if (mode === "page")
-            followFinger(travelled)
+            pageSpring.hold(launcher.draggedPosition(travelled))
         else if (mode === "band")
             launcher.selectInBand(grid.tilesIn(grid.mapFromItem(gestures, band.area)))
         else if (mode === "tile")
@@ -72,13 +71,21 @@ Item {
     }
 
     function end(travelled: real, velocity: real): void {
-        if (mode === "page")
-            letPageGo(travelled, velocity)
-        else if (mode === "tile" && drag.active)
+        if (mode === "page") {
+            const speed = launcher.letPagesGo(travelled, velocity)
+            pageSpring.release(launcher.page, speed)
+        } else if (mode === "tile" && drag.active) {
             dropTile()
+        }
+        finish()
+    }
+
+    // Nothing is carried any more, and nothing waits to happen to it.
+    function finish(): void {
         mode = ""
+        workspaceTarget = ""
         leaving.stop()
-        atEdge.stop()
+        atEdge.turn = 0
     }
 
     function cancel(): void {
@@ -86,9 +93,7 @@ Item {
             pageSpring.release(launcher.page, 0)
         if (mode === "tile")
             drag.cancel()
-        mode = ""
-        leaving.stop()
-        atEdge.stop()
+        finish()
     }
 
     function hover(): void {
@@ -96,7 +101,7 @@ Item {
         workspaceTarget = targetAt(pointer)
         if (workspaceTarget !== "" || elsewhere(pointer)) {
             leaving.stop()
-            atEdge.stop()
+            atEdge.turn = 0
             drag.hoverElsewhere()
             return
         }
@@ -111,16 +116,11 @@ Item {
             }
             return
         }
-        const edge = Theme.edgeZone
-        const gridLeft = gestures.mapFromItem(grid, 0, 0).x
-        const wantsTurn = pointer.x < gridLeft + edge || pointer.x > gridLeft + grid.width - edge
-        if (wantsTurn && !atEdge.running)
-            atEdge.restart()
-        else if (!wantsTurn)
-            atEdge.stop()
+        const onGrid = grid.mapFromItem(gestures, pointer)
+        atEdge.turn = launcher.pageTurnAt(onGrid.x)
         if (pageSpring.running)
             return
-        const place = grid.placeAt(grid.mapFromItem(gestures, pointer))
+        const place = grid.placeAt(onGrid)
         drag.hover(place.cell, place.across)
     }
 
@@ -148,24 +148,6 @@ Item {
             ghost.vanishInto(Qt.point(target.x + target.width / 2, target.y + target.height / 2))
         else
             source.bringFrom(id, from)
-    }
-
-    function followFinger(travelled: real): void {
-        const direction = launcher.mirrored ? 1 : -1
-        let position = launcher.page + direction * travelled / width
-        const last = launcher.pageCount - 1
-        if (position < 0)
-            position = launcher.rubberBand(position, 0.35)
-        else if (position > last)
-            position = last + launcher.rubberBand(position - last, 0.35)
-        pageSpring.hold(position)
-    }
-
-    function letPageGo(travelled: real, velocity: real): void {
-        const target = launcher.pageAfterDrag(travelled, velocity, width)
-        const direction = launcher.mirrored ? 1 : -1
-        launcher.goToPage(target)
-        pageSpring.release(target, direction * velocity / Math.max(1, width))
     }
 
     DragHandler {
@@ -231,12 +213,13 @@ Item {
     }
     Timer {
         id: atEdge
+        // How many pages on or back the carried tile asks for.
+        property int turn: 0
+
         interval: Theme.edgeDwell
         repeat: true
-        onTriggered: {
-            const right = gestures.pointer.x > gestures.width / 2
-            gestures.launcher.goToPage(gestures.launcher.page + (right !== gestures.launcher.mirrored ? 1 : -1))
-        }
+        running: turn !== 0
+        onTriggered: gestures.launcher.goToPage(gestures.launcher.page + turn)
     }
     Connections {
         target: gestures.pageSpring
@@ -250,10 +233,7 @@ Item {
         // Ended by Escape, or because its app is gone.
         function onActiveChanged() {
             if (!gestures.drag.active) {
-                leaving.stop()
-                atEdge.stop()
-                gestures.mode = ""
-                gestures.workspaceTarget = ""
+                gestures.finish()
                 ghost.hide()
             }
         }

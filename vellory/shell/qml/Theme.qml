@@ -63,7 +63,6 @@ QtObject {
     readonly property int panelRadius: 20
     readonly property int panelPadding: 24
     readonly property int smallSize: 13
-    readonly property int edgeZone: 48
     readonly property int noticeHeight: 44
     readonly property int noticeEdge: 72
     readonly property int habitBarEdge: 12
