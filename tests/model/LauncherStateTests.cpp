@@ -306,7 +306,7 @@ TEST(Back, ResetForgetsEverythingAtOnce) {
     EXPECT_EQ(launcher->page(), 0);
     EXPECT_EQ(launcher->highlight(), std::nullopt);
     EXPECT_THAT(launcher->selected(), IsEmpty());
-    EXPECT_FALSE(launcher->hintsMode());
+    EXPECT_FALSE(launcher->hints().isOn());
     EXPECT_FALSE(launcher->showWindows());
     EXPECT_EQ(launcher->dragOffset(), 0);
     EXPECT_EQ(launcher->currentItems(), launcher.model->visibleTiles());
@@ -373,22 +373,22 @@ TEST(Hints, AreTwoLettersForEachItem) {
     const std::vector<std::pair<int, std::string>> labels{
         {0, "AA"}, {1, "AS"}, {25, "AM"}, {26, "SA"}, {675, "MM"}, {676, "AA"}, {-1, "AA"}};
     for (const auto& [index, label] : labels) {
-        EXPECT_EQ(LauncherState::hint(index), label) << index;
+        EXPECT_EQ(Hints::label(index), label) << index;
     }
 }
 
 TEST(Hints, TypedOutActivateAnItemOfThePageShown) {
     Launcher launcher(36);
     launcher.press(Qt::Key_G, Qt::ControlModifier);
-    ASSERT_TRUE(launcher->hintsMode());
+    ASSERT_TRUE(launcher->hints().isOn());
     launcher.type("s");
-    EXPECT_EQ(launcher->hintBuffer(), "S");
+    EXPECT_EQ(launcher->hints().typed(), "S");
     launcher.type("m");
-    EXPECT_EQ(launcher->hintBuffer(), "S") << "SM is on no tile of this page";
+    EXPECT_EQ(launcher->hints().typed(), "S") << "SM is on no tile of this page";
     launcher.type("S");
     EXPECT_THAT(launcher.asked(), ElementsAre("open a27"));
-    EXPECT_FALSE(launcher->hintsMode());
-    EXPECT_EQ(launcher->hintBuffer(), "");
+    EXPECT_FALSE(launcher->hints().isOn());
+    EXPECT_EQ(launcher->hints().typed(), "");
     EXPECT_EQ(launcher->query(), "") << "letters of hints are no search";
 }
 
@@ -397,10 +397,10 @@ TEST(Hints, EndWithAnyOtherKey) {
     launcher->setHintsMode(true);
     launcher.type("a");
     launcher.press(Qt::Key_Backspace);
-    EXPECT_EQ(launcher->hintBuffer(), "");
-    EXPECT_TRUE(launcher->hintsMode());
+    EXPECT_EQ(launcher->hints().typed(), "");
+    EXPECT_TRUE(launcher->hints().isOn());
     EXPECT_TRUE(launcher.press(Qt::Key_Escape));
-    EXPECT_FALSE(launcher->hintsMode());
+    EXPECT_FALSE(launcher->hints().isOn());
     EXPECT_EQ(launcher.hides, 0);
 }
 

@@ -66,9 +66,7 @@ struct Learning : testing::Test, World {
         search();
     }
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        if (!suggestions->handleKey({key, modifiers})) {
-            state->handleKey({key, modifiers});
-        }
+        suggestions->handleKey({key, modifiers});
     }
     std::vector<BundleID> row() const { return suggestions->row(); }
 

@@ -82,11 +82,9 @@ void LauncherState::onGridChanged() {
     if (openFolder_ && !model_.visibleFolder(*openFolder_)) {
         setOpenFolder(std::nullopt);
     }
-    std::set<BundleID> stillThere = selected_;
-    std::erase_if(stillThere, [this](const BundleID& id) {
+    tellIfSelected(selection_.drop([this](const BundleID& id) {
         return model_.app(id) == nullptr || model_.board().hidden.contains(id);
-    });
-    setSelected(stillThere);
+    }));
     search_.refresh();
     updateItems();
     updatePageCount();
@@ -222,7 +220,7 @@ void LauncherState::setPageWidth(double width) {
     pageWidth_ = width;
 }
 
-// --- Highlight, selection, hints ---
+// --- Highlight and selection ---
 
 void LauncherState::setHighlight(std::optional<int> index) {
     if (searching()) {
@@ -244,19 +242,26 @@ const Tile* LauncherState::highlighted() const {
 }
 
 void LauncherState::setSelected(const std::set<BundleID>& apps) {
-    assign(selected_, apps, &LauncherState::selectedChanged);
+    tellIfSelected(selection_.set(apps));
+}
+
+void LauncherState::tellIfSelected(bool isChanged) {
+    if (isChanged) {
+        Q_EMIT selectedChanged();
+    }
 }
 
 void LauncherState::toggleSelected(const BundleID& id) {
-    if (selected_.erase(id) == 0) {
-        selected_.insert(id);
-    }
-    Q_EMIT selectedChanged();
+    tellIfSelected(selection_.toggle(id));
+}
+
+void LauncherState::selectInBand(const std::vector<BundleID>& covered) {
+    tellIfSelected(selection_.sweepOver(covered));
 }
 
 std::vector<BundleID> LauncherState::selection() const {
     std::vector<BundleID> apps = model_.board().allApps();
-    std::erase_if(apps, [this](const BundleID& id) { return !selected_.contains(id); });
+    std::erase_if(apps, [this](const BundleID& id) { return !selected().contains(id); });
     return apps;
 }
 
@@ -378,7 +383,7 @@ void LauncherState::setRightToLeft(bool on) {
 // --- What users do ---
 
 void LauncherState::back() {
-    if (!selected_.empty()) {
+    if (!selected().empty()) {
         setSelected({});
     } else if (openFolder_) {
         setOpenFolder(std::nullopt);
@@ -433,7 +438,7 @@ void LauncherState::reset() {
     drag_->cancel();
     endRenaming(std::nullopt);
     setPanel(Panel::none);
-    selectionAnchor_.reset();
+    selection_.endExtending();
     setQuery({});
     setOpenFolder(std::nullopt);
     setHighlight(std::nullopt);

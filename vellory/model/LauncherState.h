@@ -15,10 +15,12 @@
 #include "Board/Board.h"
 #include "Support/Uuid.h"
 #include "model/GridNavigation.h"
+#include "model/Hints.h"
 #include "model/KeyCommand.h"
 #include "model/PageDrag.h"
 #include "model/ScrollPager.h"
 #include "model/SearchState.h"
+#include "model/Selection.h"
 #include "model/TileDrag.h"
 
 namespace vellory {
@@ -88,19 +90,20 @@ class LauncherState : public QObject {
     /// Also turns to the page that holds it. An index past the end takes the highlight away.
     void setHighlight(std::optional<int> index);
 
-    const std::set<BundleID>& selected() const { return selected_; }
+    const std::set<BundleID>& selected() const { return selection_.apps(); }
     void setSelected(const std::set<BundleID>& apps);
     void toggleSelected(const BundleID& id);
     /// The selected apps in the order of the grid, folders expanded in place.
     std::vector<BundleID> selection() const;
     /// Every app that is shown now, at the top level or in the open folder.
     void selectAll();
+    /// A band that selects what it covers.
+    void beginBand(Selection::Before before) { selection_.beginSweep(before); }
+    void selectInBand(const std::vector<BundleID>& covered);
 
-    bool hintsMode() const { return hintsMode_; }
+    /// The letters that activate the `currentItems` on the page shown.
+    const Hints& hints() const { return hints_; }
     void setHintsMode(bool on);
-    const std::string& hintBuffer() const { return hintBuffer_; }
-    /// The two letters that activate the item of `currentItems` in hints mode.
-    static std::string hint(int index);
 
     /// The tile whose name is being edited in its place.
     const std::optional<std::string>& renaming() const { return renaming_; }
@@ -180,12 +183,11 @@ class LauncherState : public QObject {
     void folderPageChanged();
     void highlightChanged();
     void selectedChanged();
-    void hintsModeChanged();
     void renamingChanged();
     void panelChanged();
     /// The user asked for the menu of this item by the keyboard; -1 for the background's.
     void menuRequested(int index);
-    void hintBufferChanged();
+    void hintsChanged();
     void keepOpenChanged();
     void compactChanged();
     void showWindowsChanged();
@@ -227,7 +229,8 @@ class LauncherState : public QObject {
     void extendSelection(GridNavigation::Move move);
     void hideAfterLaunch();
     void type(const std::string& text);
-    void handleHintKey(const KeyCommand& command, const QString& text);
+    void handleHintKey(const KeyCommand& command, const std::string& text);
+    void tellIfSelected(bool isChanged);
 
     AppModel& model_;
     SearchState search_;
@@ -242,15 +245,11 @@ class LauncherState : public QObject {
     std::optional<Uuid> openFolder_;
     int folderPage_ = 0;
     std::optional<int> highlight_;
-    std::set<BundleID> selected_;
-    /// Where a selection by Shift began, and what was selected before it.
-    std::optional<int> selectionAnchor_;
-    std::set<BundleID> selectedBefore_;
+    Selection selection_;
     std::optional<std::string> renaming_;
     Panel panel_ = Panel::none;
     std::optional<Uuid> emojiFolder_;
-    bool hintsMode_ = false;
-    std::string hintBuffer_;
+    Hints hints_;
     bool keepOpen_ = false;
     bool compact_ = false;
     bool showWindows_ = false;

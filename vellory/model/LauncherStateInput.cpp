@@ -11,11 +11,6 @@
 
 namespace vellory {
 
-namespace {
-constexpr std::string_view hintAlphabet = "ASDFGHJKLQWERTYUIOPZXCVBNM";
-constexpr int hintLetters = static_cast<int>(hintAlphabet.size());
-} // namespace
-
 // --- Keys ---
 
 bool LauncherState::handleKey(const KeyPress& press) {
@@ -24,10 +19,10 @@ bool LauncherState::handleKey(const KeyPress& press) {
         return handleDragKey(command);
     }
     if (command.kind != KeyCommand::Kind::extend) {
-        selectionAnchor_.reset();
+        selection_.endExtending();
     }
-    if (hintsMode_) {
-        handleHintKey(command, press.text);
+    if (hints_.isOn()) {
+        handleHintKey(command, press.text.toStdString());
         return true;
     }
     switch (command.kind) {
@@ -132,26 +127,19 @@ bool LauncherState::activateHighlighted(bool newInstance) {
 }
 
 void LauncherState::extendSelection(GridNavigation::Move move) {
-    if (!selectionAnchor_) {
+    if (!selection_.isExtending()) {
         if (!highlight_) {
             moveHighlight(move);
         }
-        selectionAnchor_ = highlight_;
-        selectedBefore_ = selected_;
-    }
-    if (!selectionAnchor_) {
-        return;
+        if (!highlight_) {
+            return;
+        }
+        selection_.beginExtending(*highlight_);
     }
     moveHighlight(move);
-    std::set<BundleID> apps = selectedBefore_;
-    const auto [first, last] =
-        std::minmax({*selectionAnchor_, highlight_.value_or(*selectionAnchor_)});
-    for (int index = first; index <= last && std::cmp_less(index, currentItems_.size()); ++index) {
-        if (const BundleID* id = currentItems_[static_cast<std::size_t>(index)].app()) {
-            apps.insert(*id);
-        }
+    if (highlight_) {
+        tellIfSelected(selection_.extendTo(*highlight_, currentItems_));
     }
-    setSelected(apps);
 }
 
 bool LauncherState::handleDragKey(const KeyCommand& command) {
@@ -188,45 +176,30 @@ void LauncherState::type(const std::string& text) {
     }
 }
 
-void LauncherState::handleHintKey(const KeyCommand& command, const QString& text) {
+void LauncherState::handleHintKey(const KeyCommand& command, const std::string& text) {
+    const Hints before = hints_;
+    std::optional<int> chosen;
     if (command.kind == KeyCommand::Kind::erase) {
-        assign(hintBuffer_, std::string(), &LauncherState::hintBufferChanged);
-        return;
+        hints_.erase();
+    } else {
+        const GridNavigation::Grid grid = shownGrid();
+        const int end = std::min(grid.firstShown() + grid.pageSize(), grid.count);
+        const bool isTyped = command.kind == KeyCommand::Kind::type;
+        chosen = hints_.type(isTyped ? text : std::string(), {grid.firstShown(), end});
     }
-    const std::string letter = Text::uppercased(text.toStdString());
-    if (command.kind != KeyCommand::Kind::type || letter.size() != 1 ||
-        hintAlphabet.find(letter) == std::string_view::npos) {
-        setHintsMode(false);
-        return;
+    if (hints_ != before) {
+        Q_EMIT hintsChanged();
     }
-    // A letter that leads to no tile on the page is passed over.
-    const std::string typed = hintBuffer_ + letter;
-    const GridNavigation::Grid grid = shownGrid();
-    const int end = std::min(grid.firstShown() + grid.pageSize(), grid.count);
-    for (int index = grid.firstShown(); index < end; ++index) {
-        const std::string label = hint(index);
-        if (label == typed) {
-            setHintsMode(false);
-            const Tile tile = currentItems_[static_cast<std::size_t>(index)];
-            activate(tile);
-            return;
-        }
-        if (label.starts_with(typed)) {
-            assign(hintBuffer_, typed, &LauncherState::hintBufferChanged);
-            return;
-        }
+    if (chosen) {
+        const Tile tile = currentItems_[static_cast<std::size_t>(*chosen)];
+        activate(tile);
     }
 }
 
 void LauncherState::setHintsMode(bool on) {
-    assign(hintBuffer_, std::string(), &LauncherState::hintBufferChanged);
-    assign(hintsMode_, on, &LauncherState::hintsModeChanged);
-}
-
-std::string LauncherState::hint(int index) {
-    const int wrapped = std::max(index, 0);
-    return {hintAlphabet[static_cast<std::size_t>(wrapped / hintLetters % hintLetters)],
-            hintAlphabet[static_cast<std::size_t>(wrapped % hintLetters)]};
+    Hints next;
+    next.set(on);
+    assign(hints_, next, &LauncherState::hintsChanged);
 }
 
 // --- Scrolling ---

@@ -168,7 +168,7 @@ int SuggestionsState::gridColumn() const {
 
 bool SuggestionsState::canEnterRow() const {
     return !row_.empty() && !launcher_.searching() && !launcher_.openFolder() &&
-           !launcher_.hintsMode() && isOnFirstLine();
+           !launcher_.hints().isOn() && isOnFirstLine();
 }
 
 void SuggestionsState::leaveTo(int column) {
@@ -179,6 +179,10 @@ void SuggestionsState::leaveTo(int column) {
 }
 
 bool SuggestionsState::handleKey(const KeyPress& press) {
+    return handleOwnKey(press) || launcher_.handleKey(press);
+}
+
+bool SuggestionsState::handleOwnKey(const KeyPress& press) {
     if (press.key == Qt::Key_S && press.modifiers == (Qt::ControlModifier | Qt::ShiftModifier)) {
         const bool isOffered = offered_.has_value();
         accept();

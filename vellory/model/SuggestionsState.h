@@ -58,8 +58,9 @@ class SuggestionsState : public QObject {
 
     // --- Input ---
 
-    /// What belongs to the suggestions, before the grid gets it: up from the grid's first line into
-    /// the row, moving and opening there, and Ctrl+Shift+S to keep the habit.
+    /// What any key means to the launcher; whether it was used. The suggestions have theirs first:
+    /// up from the grid's first line into the row, moving and opening there, and Ctrl+Shift+S to
+    /// keep the habit. All others are for the grid.
     bool handleKey(const KeyPress& press);
 
   Q_SIGNALS:
@@ -84,6 +85,7 @@ class SuggestionsState : public QObject {
     bool isOnFirstLine() const;
     int gridColumn() const;
     void leaveTo(int column);
+    bool handleOwnKey(const KeyPress& press);
     bool handleRowKey(const KeyCommand& command);
 
     AppModel& model_;

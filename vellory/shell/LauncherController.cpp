@@ -30,9 +30,7 @@ LauncherController::LauncherController(Parts parts, QObject* parent)
     connect(&parts_.model, &AppModel::launcherHideRequested, this, &LauncherController::hide);
     connect(&keyCatcher_, &KeyCatcher::caught, this,
             [this](int key, int modifiers, const QString& text) {
-                if (!suggestionsModel_.handleKey(key, modifiers, text)) {
-                    viewModel_.handleKey(key, modifiers, text);
-                }
+                suggestionsModel_.handleKey(key, modifiers, text);
             });
     parts_.state.setRightToLeft(QGuiApplication::isRightToLeft());
 }

@@ -49,9 +49,7 @@ LauncherViewModel::LauncherViewModel(AppModel& model, LauncherState& state,
     });
     connect(&state_, &LauncherState::folderPageChanged, this,
             &LauncherViewModel::folderPageChanged);
-    connect(&state_, &LauncherState::hintsModeChanged, this, &LauncherViewModel::hintsModeChanged);
-    connect(&state_, &LauncherState::hintBufferChanged, this,
-            &LauncherViewModel::hintBufferChanged);
+    connect(&state_, &LauncherState::hintsChanged, this, &LauncherViewModel::hintsChanged);
     connect(&state_, &LauncherState::presentedChanged, this, &LauncherViewModel::presentedChanged);
     connect(&state_, &LauncherState::rightToLeftChanged, this, &LauncherViewModel::mirroredChanged);
     connect(&state_, &LauncherState::rippleOriginChanged, this,
@@ -146,18 +144,18 @@ void LauncherViewModel::toggleSelected(const QString& tileId) {
 }
 
 void LauncherViewModel::beginBand(int modifiers) {
-    selectedBefore_ = isAdding(modifiers) ? state_.selected() : std::set<BundleID>();
+    state_.beginBand(isAdding(modifiers) ? Selection::Before::kept : Selection::Before::dropped);
 }
 
 void LauncherViewModel::selectInBand(const QStringList& tileIds) {
-    std::set<BundleID> apps = selectedBefore_;
+    std::vector<BundleID> covered;
     for (const QString& tileId : tileIds) {
         const std::string id = tileId.toStdString();
         if (id.starts_with(Tile::appPrefix)) {
-            apps.insert(id.substr(Tile::appPrefix.size()));
+            covered.push_back(id.substr(Tile::appPrefix.size()));
         }
     }
-    state_.setSelected(apps);
+    state_.selectInBand(covered);
 }
 
 void LauncherViewModel::showMenu(const QString& tileId) {
@@ -231,10 +229,6 @@ void LauncherViewModel::fitGrid(qreal width, qreal height) {
     state_.fitRows(height);
 }
 
-bool LauncherViewModel::handleKey(int key, int modifiers, const QString& text) {
-    return state_.handleKey({static_cast<Qt::Key>(key), Qt::KeyboardModifiers(modifiers), text});
-}
-
 bool LauncherViewModel::wheel(const QPointF& pixels, const QPointF& angle, int phase) {
     auto meaning = Scroll::Phase::none;
     switch (phase) {
@@ -277,7 +271,7 @@ void LauncherViewModel::endWelcome() {
 }
 
 QString LauncherViewModel::hint(int index) const {
-    return QString::fromStdString(LauncherState::hint(index));
+    return QString::fromStdString(Hints::label(index));
 }
 
 std::vector<TileItem> LauncherViewModel::items(const std::vector<Tile>& tiles) const {

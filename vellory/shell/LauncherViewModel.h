@@ -54,8 +54,8 @@ class LauncherViewModel : public QObject {
     Q_PROPERTY(int folderRows READ folderRows CONSTANT)
     Q_PROPERTY(int folderPage READ folderPage NOTIFY folderPageChanged)
     Q_PROPERTY(int folderPageCount READ folderPageCount NOTIFY folderTitleChanged)
-    Q_PROPERTY(bool hintsMode READ hintsMode NOTIFY hintsModeChanged)
-    Q_PROPERTY(QString hintBuffer READ hintBuffer NOTIFY hintBufferChanged)
+    Q_PROPERTY(bool hintsMode READ hintsMode NOTIFY hintsChanged)
+    Q_PROPERTY(QString hintBuffer READ hintBuffer NOTIFY hintsChanged)
     Q_PROPERTY(bool presented READ presented NOTIFY presentedChanged)
     Q_PROPERTY(bool mirrored READ mirrored NOTIFY mirroredChanged)
     Q_PROPERTY(QPointF rippleOrigin READ rippleOrigin NOTIFY rippleOriginChanged)
@@ -114,8 +114,8 @@ class LauncherViewModel : public QObject {
     int folderRows() const { return LauncherState::folderRows; }
     int folderPage() const { return state_.folderPage(); }
     int folderPageCount() const { return state_.folderPageCount(); }
-    bool hintsMode() const { return state_.hintsMode(); }
-    QString hintBuffer() const { return QString::fromStdString(state_.hintBuffer()); }
+    bool hintsMode() const { return state_.hints().isOn(); }
+    QString hintBuffer() const { return QString::fromStdString(state_.hints().typed()); }
     bool presented() const { return state_.presented(); }
     bool mirrored() const { return state_.rightToLeft(); }
     QPointF rippleOrigin() const { return state_.rippleOrigin(); }
@@ -165,7 +165,6 @@ class LauncherViewModel : public QObject {
     Q_INVOKABLE qreal letPagesGo(qreal travelled, qreal velocity);
     Q_INVOKABLE int pageTurnAt(qreal x) const { return state_.pageDrag().turnAt(x); }
     Q_INVOKABLE void fitGrid(qreal width, qreal height);
-    Q_INVOKABLE bool handleKey(int key, int modifiers, const QString& text);
     /// What a new user may start with; each ends the welcome.
     Q_INVOKABLE void startWithFolders();
     Q_INVOKABLE void startAlphabetically();
@@ -188,8 +187,7 @@ class LauncherViewModel : public QObject {
     void openFolderChanged();
     void folderTitleChanged();
     void folderPageChanged();
-    void hintsModeChanged();
-    void hintBufferChanged();
+    void hintsChanged();
     void presentedChanged();
     void mirroredChanged();
     void rippleOriginChanged();
@@ -214,7 +212,6 @@ class LauncherViewModel : public QObject {
     TileDragViewModel drag_;
     MenuViewModel menu_;
     LayoutHistory history_;
-    std::set<BundleID> selectedBefore_;
     bool updateScheduled_ = false;
     bool dark_ = true;
     bool welcoming_ = false;

@@ -66,6 +66,7 @@ class SuggestionsViewModel : public QObject {
     Q_INVOKABLE void activate(const QString& tileId, bool newWindow);
     Q_INVOKABLE void accept() { state_.accept(); }
     Q_INVOKABLE void dismiss() { state_.dismiss(); }
+    /// Every key that the launcher gets goes through here.
     Q_INVOKABLE bool handleKey(int key, int modifiers, const QString& text);
 
     /// The documents that the app of a tile opened last, the latest first: each with `name`,

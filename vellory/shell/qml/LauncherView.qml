@@ -40,7 +40,6 @@ FocusScope {
         if (covered || event.key === Qt.Key_Tab || event.key === Qt.Key_Backtab)
             return
         event.accepted = suggestions.handleKey(event.key, event.modifiers, event.text)
-                         || launcher.handleKey(event.key, event.modifiers, event.text)
         if (event.accepted)
             takeFocus()
     }

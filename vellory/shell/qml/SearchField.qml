@@ -54,7 +54,6 @@ Rectangle {
             // What types a character goes into the field itself, where input methods work.
             const typed = field.launcher.hintsMode ? event.text : ""
             event.accepted = field.suggestions.handleKey(event.key, event.modifiers, typed)
-                             || field.launcher.handleKey(event.key, event.modifiers, typed)
         }
 
         Accessible.role: Accessible.EditableText
