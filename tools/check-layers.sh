@@ -2,7 +2,8 @@
 # SPDX-License-Identifier: Apache-2.0
 # Checks who includes whom. Each layer knows only those before it:
 # Support, core subsystems, platform ports, model, shell; main.cpp alone knows the platform's
-# implementations. Prints every line that breaks a rule.
+# implementations. And that the views have their colours from Theme. Prints every line that breaks a
+# rule.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 broken=0
@@ -55,6 +56,15 @@ forbid 'The model knows QtCore at most, and no platform' \
     'vellory/model/*'
 forbid 'Only main.cpp picks the platform' 'xcb|X11|gio|glib|gdk|platform/(qt|linux|macos)/' \
     'vellory/shell/*' ':!vellory/shell/main.cpp'
+
+colours=$(git ls-files -z --cached --others --exclude-standard -- 'vellory/shell/qml/*.qml' \
+    ':!vellory/shell/qml/Theme.qml' |
+    xargs -0 -r grep -nE '"(#[0-9a-fA-F]{3,8}|white|black|gr[ae]y|red|green|blue)"|Qt\.(rgba|hsla|hsva)' \
+        /dev/null || true)
+if [ -n "$colours" ]; then
+    printf 'Colours live in Theme:\n%s\n' "$colours"
+    broken=1
+fi
 
 [ "$broken" -eq 0 ] && echo "Layers: clean"
 exit "$broken"

@@ -25,7 +25,7 @@ class UsageCenter : public QObject {
 
   public:
     /// The apps not opened for so long are listed as such.
-    static constexpr double unusedDays = 90;
+    static constexpr int unusedDays = 90;
     static constexpr std::size_t documentsShown = 5;
 
     UsageCenter(AppModel& model, const Ports& ports, const Environment& environment,

@@ -22,6 +22,7 @@ class LayoutHistory : public QObject {
     Q_PROPERTY(QVariantList steps READ steps NOTIFY stepsChanged)
     Q_PROPERTY(int current READ current WRITE setCurrent NOTIFY currentChanged)
     Q_PROPERTY(vellory::TileList* preview READ preview CONSTANT)
+    Q_PROPERTY(int kept READ kept CONSTANT)
 
   public:
     explicit LayoutHistory(AppModel& model, QObject* parent = nullptr);
@@ -31,6 +32,8 @@ class LayoutHistory : public QObject {
     int current() const { return current_; }
     void setCurrent(int index);
     TileList* preview() { return &preview_; }
+    /// How many steps there are at most.
+    static int kept() { return static_cast<int>(BoardStore::defaultKeep); }
 
     /// Reads the history anew and chooses the newest step.
     Q_INVOKABLE void load();

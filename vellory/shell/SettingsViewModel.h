@@ -47,6 +47,7 @@ class SettingsViewModel : public QObject {
         int smartListMode READ smartListMode WRITE setSmartListMode NOTIFY smartListModeChanged)
     Q_PROPERTY(QString habitPromise READ habitPromise CONSTANT)
     Q_PROPERTY(QString habitRecord READ habitRecord NOTIFY habitsChanged)
+    Q_PROPERTY(int unusedDays READ unusedDays CONSTANT)
     Q_PROPERTY(QVariantList unusedApps READ unusedApps NOTIFY unusedAppsChanged)
 
   public:
@@ -92,8 +93,9 @@ class SettingsViewModel : public QObject {
     /// How much is kept about habits.
     QString habitRecord() const;
 
-    /// The apps that were not opened for long: each with `id`, `name`, `icon` and `lastUsed` as a
-    /// sentence.
+    static int unusedDays() { return UsageCenter::unusedDays; }
+    /// The apps that were not opened in `unusedDays`: each with `id`, `name`, `icon` and `lastUsed`
+    /// as a sentence.
     QVariantList unusedApps() const;
 
   Q_SIGNALS:

@@ -44,7 +44,7 @@ Item {
             width: 12
             height: 12
             sourceSize: Qt.size(24, 24)
-            source: Theme.symbolSource("checkmark", "#ffffff")
+            source: Theme.symbolSource("checkmark", Theme.accentInk)
         }
     }
     Text {

@@ -49,7 +49,7 @@ Column {
                     width: 6
                     height: 6
                     radius: 3
-                    color: "white"
+                    color: Theme.accentInk
                 }
             }
             Text {

@@ -31,8 +31,7 @@ Item {
         text: tile.cell.picture
         textFormat: Text.PlainText
         color: Theme.text
-        // The desktop's own emoji; other fonts have some of them as outlines.
-        font { family: "emoji"; pixelSize: Theme.emojiSize }
+        font { family: Theme.emojiFamily; pixelSize: Theme.emojiSize }
         renderType: Text.QtRendering
         scale: press.pressed ? 0.92 : hover.hovered ? 1.08 : 1
         Behavior on scale { NumberAnimation { duration: Theme.hover; easing.type: Easing.OutCubic } }

@@ -89,7 +89,7 @@ Panel {
                     width: Theme.symbol
                     height: Theme.symbol
                     sourceSize: Qt.size(2 * Theme.symbol, 2 * Theme.symbol)
-                    source: Theme.symbolSource(row.symbol, row.chosen ? "#ffffff" : Theme.text)
+                    source: Theme.symbolSource(row.symbol, row.chosen ? Theme.accentInk : Theme.text)
                 }
                 Text {
                     anchors { left: mark.right; leftMargin: 10; right: parent.right; rightMargin: 12; verticalCenter: parent.verticalCenter }
@@ -97,7 +97,7 @@ Panel {
                     textFormat: Text.PlainText
                     elide: Text.ElideRight
                     maximumLineCount: 1
-                    color: row.chosen ? "white" : Theme.text
+                    color: row.chosen ? Theme.accentInk : Theme.text
                     font.pixelSize: Theme.bodySize
                 }
                 HoverHandler { id: hover }

@@ -37,7 +37,7 @@ Panel {
         anchors.centerIn: parent
         visible: panel.history.steps.length === 0
         title: qsTr("Nothing to go back to yet")
-        text: qsTr("Every change you make to the grid is kept here, the last 60 of them.")
+        text: qsTr("Every change you make to the grid is kept here, the last %1 of them.").arg(panel.history.kept)
     }
 
     ListView {
@@ -75,14 +75,14 @@ Panel {
                 text: step.modelData.reason
                 textFormat: Text.PlainText
                 elide: Text.ElideRight
-                color: step.chosen ? "white" : Theme.text
+                color: step.chosen ? Theme.accentInk : Theme.text
                 font.pixelSize: Theme.bodySize
             }
             Text {
                 anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 12; bottomMargin: 8 }
                 text: step.modelData.when
                 elide: Text.ElideRight
-                color: step.chosen ? "#ccffffff" : Theme.textDim
+                color: step.chosen ? Theme.accentInkDim : Theme.textDim
                 font.pixelSize: Theme.smallSize
             }
             HoverHandler { id: hover }

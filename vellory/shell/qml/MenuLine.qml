@@ -48,13 +48,13 @@ Item {
             height: 14
             radius: 7
             color: Theme.tint(line.entry.tint)
-            border { width: line.chosen ? 1 : 0; color: "white" }
+            border { width: line.chosen ? 1 : 0; color: Theme.accentInk }
         }
         Image {
             anchors.fill: parent
             visible: line.entry.tint === "" && line.entry.symbol !== ""
             sourceSize: Qt.size(2 * Theme.symbol, 2 * Theme.symbol)
-            source: visible ? Theme.symbolSource(line.entry.symbol, line.chosen ? "#ffffff" : Theme.textDim) : ""
+            source: visible ? Theme.symbolSource(line.entry.symbol, line.chosen ? Theme.accentInk : Theme.textDim) : ""
         }
     }
     Text {
@@ -64,7 +64,7 @@ Item {
         textFormat: Text.PlainText
         elide: Text.ElideMiddle
         maximumLineCount: 1
-        color: line.chosen ? "white" : Theme.text
+        color: line.chosen ? Theme.accentInk : Theme.text
         font.pixelSize: Theme.bodySize
     }
     Image {
@@ -76,7 +76,7 @@ Item {
         sourceSize: Qt.size(28, 28)
         mirror: LayoutMirroring.enabled && line.entry.kind === "submenu"
         source: visible ? Theme.symbolSource(line.entry.kind === "submenu" ? "chevron.right" : "checkmark",
-                                             line.chosen ? "#ffffff" : Theme.textDim) : ""
+                                             line.chosen ? Theme.accentInk : Theme.textDim) : ""
     }
 
     HoverHandler {

@@ -29,7 +29,7 @@ Rectangle {
         text: field.name
         color: Theme.text
         selectionColor: Theme.accent
-        selectedTextColor: "white"
+        selectedTextColor: Theme.accentInk
         selectByMouse: true
         clip: true
         horizontalAlignment: TextInput.AlignHCenter

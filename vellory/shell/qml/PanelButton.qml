@@ -36,7 +36,7 @@ Rectangle {
         text: button.text
         textFormat: Text.PlainText
         elide: Text.ElideMiddle
-        color: button.primary ? "white" : Theme.text
+        color: button.primary ? Theme.accentInk : Theme.text
         font { pixelSize: Theme.bodySize; weight: Font.Medium }
     }
     TapHandler {

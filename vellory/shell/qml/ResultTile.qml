@@ -69,21 +69,9 @@ Item {
             Behavior on scale { NumberAnimation { duration: Theme.hover; easing.type: Easing.OutCubic } }
         }
 
-        Rectangle {
-            visible: tile.cell.badge !== ""
+        IconBadge {
             anchors { right: face.right; top: face.top; margins: -4 }
-            width: Math.max(height, badgeText.implicitWidth + 12)
-            height: Theme.badgeHeight
-            radius: height / 2
-            color: Theme.badgeFill
-            Text {
-                id: badgeText
-                anchors.centerIn: parent
-                text: tile.cell.badge.length > 5 ? tile.cell.badge.slice(0, 4) + "…" : tile.cell.badge
-                textFormat: Text.PlainText
-                color: "white"
-                font { pixelSize: 12; weight: Font.DemiBold }
-            }
+            text: tile.cell.badge
         }
 
         Text {

@@ -55,7 +55,7 @@ Column {
                     horizontalAlignment: Text.AlignHCenter
                     text: day.modelData.name
                     elide: Text.ElideRight
-                    color: day.on ? "white" : Theme.text
+                    color: day.on ? Theme.accentInk : Theme.text
                     font.pixelSize: Theme.labelSize
                 }
                 TapHandler {

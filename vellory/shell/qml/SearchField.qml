@@ -42,7 +42,7 @@ Rectangle {
         clip: true
         color: Theme.text
         selectionColor: Theme.accent
-        selectedTextColor: "white"
+        selectedTextColor: Theme.accentInk
         font.pixelSize: Theme.bodySize
         // The field looks quiet until something is typed.
         cursorVisible: activeFocus && text !== ""

@@ -15,7 +15,7 @@ FocusScope {
         { title: qsTr("General"), component: generalPage },
         { title: qsTr("Workspaces"), component: workspacesPage },
         { title: qsTr("Suggestions"), component: suggestionsPage },
-        { title: qsTr("Not opened in 90 days"), component: unusedPage }
+        { title: qsTr("Not opened in %1 days").arg(settings.unusedDays), component: unusedPage }
     ]
 
     Component {

@@ -144,7 +144,7 @@ FocusScope {
                                     width: 20
                                     height: 20
                                     sourceSize: Qt.size(40, 40)
-                                    source: Theme.symbolSource(cell.modelData, cell.worn ? "#ffffff" : Theme.text)
+                                    source: Theme.symbolSource(cell.modelData, cell.worn ? Theme.accentInk : Theme.text)
                                 }
                                 HoverHandler { id: hover }
                                 TapHandler {

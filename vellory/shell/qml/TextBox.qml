@@ -50,7 +50,7 @@ Rectangle {
         activeFocusOnTab: true
         color: Theme.text
         selectionColor: Theme.accent
-        selectedTextColor: "white"
+        selectedTextColor: Theme.accentInk
         selectByMouse: true
         maximumLength: 4000
         font.pixelSize: Theme.bodySize

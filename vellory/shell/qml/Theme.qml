@@ -12,6 +12,10 @@ QtObject {
     readonly property color textUnmatched: dark ? "#b8ffffff" : "#b816181d" // 72 %
     readonly property color textShadow: dark ? "#80000000" : "#00000000"
     readonly property color accent: "#5e7ce2"
+    // What stands on the accent.
+    readonly property color accentInk: "#ffffff"
+    readonly property color accentInkDim: "#ccffffff" // 80 %
+    readonly property color accentHover: "#40ffffff"
     readonly property color fieldFill: dark ? "#24ffffff" : "#8cffffff"
     readonly property color fieldBorder: dark ? "#33ffffff" : "#1f000000"
     readonly property color highlightFill: dark ? "#24ffffff" : "#66ffffff" // 14 %
@@ -34,10 +38,12 @@ QtObject {
     readonly property color controlBorder: dark ? "#59ffffff" : "#4d000000"
     readonly property color runningDot: dark ? "#d9ffffff" : "#b3000000"
     readonly property color badgeFill: "#e5484d"
+    readonly property color badgeInk: "#ffffff"
     readonly property color hintFill: "#f2c94c"
     readonly property color hintText: "#201a00"
 
-    readonly property string emojiFamily: "Noto Color Emoji"
+    // The desktop's own emoji; other fonts have some of them as outlines.
+    readonly property string emojiFamily: "emoji"
     readonly property string fixedFamily: "monospace"
 
     readonly property int unit: 8
@@ -82,6 +88,7 @@ QtObject {
     readonly property int folderPanelRadius: 28
     readonly property int runningDotSize: 4
     readonly property int badgeHeight: 20
+    readonly property int badgeTextWidth: 36
     readonly property real folderRadius: 0.24 // of its size
     readonly property int minimumMargin: 48
     readonly property real marginShare: 0.06
@@ -95,8 +102,6 @@ QtObject {
     readonly property int opening: reduceMotion ? 100 : 220
     readonly property int rippleSpread: reduceMotion ? 0 : 90
     readonly property int noticeIn: reduceMotion ? 100 : 180
-    readonly property int noticeOut: reduceMotion ? 100 : 240
-    readonly property int crossFade: 100
 
     readonly property var folderTints: ({
         red: "#e5484d", orange: "#f0883e", yellow: "#f2c94c", green: "#3fb56b", teal: "#2fb5b0",

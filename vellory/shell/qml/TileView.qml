@@ -196,21 +196,9 @@ Item {
                 }
             }
 
-            Rectangle {
-                visible: tile.badge !== ""
+            IconBadge {
                 anchors { right: parent.right; top: parent.top; margins: -4 }
-                width: Math.max(height, badgeText.implicitWidth + 12)
-                height: Theme.badgeHeight
-                radius: height / 2
-                color: Theme.badgeFill
-                Text {
-                    id: badgeText
-                    anchors.centerIn: parent
-                    text: tile.badge.length > 5 ? tile.badge.slice(0, 4) + "…" : tile.badge
-                    textFormat: Text.PlainText
-                    color: "white"
-                    font { pixelSize: 12; weight: Font.DemiBold }
-                }
+                text: tile.badge
             }
 
             Rectangle {
@@ -220,13 +208,13 @@ Item {
                 height: width
                 radius: width / 2
                 color: Theme.accent
-                border { width: 2; color: "white" }
+                border { width: 2; color: Theme.accentInk }
                 Image {
                     anchors.centerIn: parent
                     width: 12
                     height: 12
                     sourceSize: Qt.size(24, 24)
-                    source: Theme.symbolSource("checkmark", "white")
+                    source: Theme.symbolSource("checkmark", Theme.accentInk)
                 }
             }
 

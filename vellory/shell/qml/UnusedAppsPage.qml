@@ -13,13 +13,13 @@ Item {
     SettingsHeading {
         id: heading
         anchors { left: parent.left; right: parent.right; top: parent.top }
-        text: qsTr("Not opened in 90 days")
+        text: qsTr("Not opened in %1 days").arg(page.settings.unusedDays)
     }
 
     Text {
         anchors { left: parent.left; right: parent.right; top: heading.bottom; topMargin: Theme.unit }
         visible: list.count === 0
-        text: qsTr("Every app was opened in the last 90 days.")
+        text: qsTr("Every app was opened in the last %1 days.").arg(page.settings.unusedDays)
         color: Theme.textDim
         wrapMode: Text.WordWrap
         font.pixelSize: Theme.bodySize

@@ -18,7 +18,7 @@ Item {
     signal closed()
     signal menuRequested(point at)
 
-    readonly property color ink: active ? "white" : Theme.text
+    readonly property color ink: active ? Theme.accentInk : Theme.text
 
     width: Math.min(Theme.chipWidth, content.implicitWidth + 24 + (active ? close.width - Theme.unit : 0))
     height: Theme.chipHeight
@@ -101,7 +101,7 @@ Item {
         height: 24
         visible: chip.active
         radius: width / 2
-        color: closeHover.hovered ? "#40ffffff" : "transparent"
+        color: closeHover.hovered ? Theme.accentHover : "transparent"
 
         Accessible.role: Accessible.Button
         Accessible.name: qsTr("Close %1").arg(chip.name)
@@ -112,7 +112,7 @@ Item {
             width: 14
             height: 14
             sourceSize: Qt.size(28, 28)
-            source: Theme.symbolSource("xmark", "#ffffff")
+            source: Theme.symbolSource("xmark", Theme.accentInk)
         }
         HoverHandler { id: closeHover }
         // Takes the press, so that what lies below does not hear it.

@@ -99,7 +99,7 @@ FocusScope {
                             width: 24
                             height: 24
                             sourceSize: Qt.size(48, 48)
-                            source: Theme.symbolSource(page.editor.symbol, page.pickingSymbol ? "#ffffff" : Theme.text)
+                            source: Theme.symbolSource(page.editor.symbol, page.pickingSymbol ? Theme.accentInk : Theme.text)
                         }
                         HoverHandler { id: hover }
                         TapHandler { onTapped: symbolButton.toggle() }

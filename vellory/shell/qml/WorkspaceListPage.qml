@@ -130,7 +130,7 @@ FocusScope {
                         width: 20
                         height: 20
                         sourceSize: Qt.size(40, 40)
-                        source: Theme.symbolSource(line.symbol, line.active ? "#ffffff" : Theme.text)
+                        source: Theme.symbolSource(line.symbol, line.active ? Theme.accentInk : Theme.text)
                     }
                 }
                 Column {
