@@ -13,35 +13,12 @@ std::filesystem::path pathOf(const QString& text) {
     return std::filesystem::absolute(text.toStdString());
 }
 
-const QStringList& knownViews() {
-    static const QStringList views{"grid",
-                                   "grid-dark",
-                                   "folder",
-                                   "context-menu",
-                                   "history",
-                                   "dragging",
-                                   "search",
-                                   "calculator",
-                                   "emoji",
-                                   "no-results",
-                                   "smart-row",
-                                   "habit-bar",
-                                   "settings",
-                                   "workspace-strip",
-                                   "workspace-list",
-                                   "workspace-editor",
-                                   "workspace-from-open",
-                                   "focus-session",
-                                   "new-focus-session"};
-    return views;
-}
-
 struct Options {
     QCommandLineOption hidden{"hidden", "Start in the background and wait to be summoned."};
     QCommandLineOption screenshot{"screenshot", "Render a view to a PNG file without a display.",
                                   "file"};
-    QCommandLineOption view{"view", "The view to render: " + knownViews().join(", ") + ".", "name",
-                            "grid"};
+    QCommandLineOption view{
+        "view", "The view to render: " + ScreenshotView::names().join(", ") + ".", "name", "grid"};
     QCommandLineOption size{"size", "Size of the picture, such as 1440x900.", "size", "1440x900"};
     QCommandLineOption scale{"scale", "Scale factor of the picture, 0.5 to 4.", "factor", "1"};
     QCommandLineOption dark{"dark", "Dark appearance."};
@@ -85,10 +62,11 @@ std::expected<CommandLine, std::string> CommandLine::parse(const QStringList& ar
     if (parser.isSet(options.screenshot)) {
         out.screenshot = pathOf(parser.value(options.screenshot));
     }
-    out.view = parser.value(options.view);
-    if (!knownViews().contains(out.view)) {
-        return std::unexpected("There is no view named " + out.view.toStdString() + "; known are " +
-                               knownViews().join(", ").toStdString() + ".");
+    const QString view = parser.value(options.view);
+    out.view = ScreenshotView::named(view);
+    if (out.view == nullptr) {
+        return std::unexpected("There is no view named " + view.toStdString() + "; known are " +
+                               ScreenshotView::names().join(", ").toStdString() + ".");
     }
     const QStringList sides = parser.value(options.size).split('x');
     constexpr int smallest = 320;
@@ -105,8 +83,8 @@ std::expected<CommandLine, std::string> CommandLine::parse(const QStringList& ar
     if (parser.isSet(options.dark) || parser.isSet(options.light)) {
         out.dark = parser.isSet(options.dark);
     }
-    if (out.view == "grid-dark") {
-        out.dark = true;
+    if (out.view->dark) {
+        out.dark = out.view->dark;
     }
     if (parser.isSet(options.apps)) {
         out.apps = pathOf(parser.value(options.apps));

@@ -9,6 +9,8 @@
 #include <QSize>
 #include <QStringList>
 
+#include "shell/ScreenshotViews.h"
+
 namespace vellory {
 
 /// What the program was asked to do when it was started.
@@ -23,7 +25,8 @@ struct CommandLine {
     std::optional<std::string> link;
     /// Render a view into this file instead of opening a window.
     std::optional<std::filesystem::path> screenshot;
-    QString view = "grid";
+    /// Of `ScreenshotView::all`, never null once parsed.
+    const ScreenshotView* view = nullptr;
     QSize size{1440, 900};
     double scale = 1;
     std::optional<bool> dark;

@@ -5,24 +5,19 @@
 #include <filesystem>
 #include <string>
 
-#include <QSize>
-#include <QString>
+#include "shell/ScreenshotViews.h"
 
 class QQuickItem;
 
 namespace vellory {
 
-class AppModel;
-class LauncherController;
-class LauncherState;
-
 /// Whether every picture that the scene shows has arrived and nothing moves any more.
 bool isSettled(const QQuickItem& root);
 
-/// Renders the view named `view` at `size` into a PNG file, once its icons have arrived. The error
-/// is a sentence for the user.
-std::expected<void, std::string> takeScreenshot(LauncherController& controller, AppModel& model,
-                                                LauncherState& state, const QString& view,
-                                                QSize size, const std::filesystem::path& file);
+/// Renders a view into a PNG file, once its icons have arrived. The error is a sentence for the
+/// user.
+std::expected<void, std::string> takeScreenshot(const ScreenshotView& view,
+                                                const ScreenshotView::Scene& scene,
+                                                const std::filesystem::path& file);
 
 } // namespace vellory

@@ -278,7 +278,7 @@ int run(const CommandLine& options, const char* program) {
 
     if (isPicture) {
         model.start();
-        const auto taken = takeScreenshot(controller, model, state, options.view, options.size,
+        const auto taken = takeScreenshot(*options.view, {controller, model, state, options.size},
                                           *options.screenshot);
         return taken ? 0 : fail(taken.error());
     }

@@ -24,7 +24,7 @@ FocusScope {
     // The pointer went down on something that is dragged or scrolled by itself.
     property bool pressedBeside: false
     // Something on the screen is still on its way; pictures wait for it.
-    readonly property bool moving: opening.running || pageSpring.running || folderPanel.moving || stageFade.running || settingsPanel.moving || dock.moving
+    readonly property bool moving: opening.running || pageSpring.running || folderPanel.moving || stageFade.running || panels.moving || dock.moving
 
     focus: true
     LayoutMirroring.enabled: launcher.mirrored
@@ -364,14 +364,14 @@ FocusScope {
         launcher: view.launcher
     }
 
-    SettingsPanel {
-        id: settingsPanel
+    ModalPanels {
+        id: panels
 
         anchors.fill: parent
-        visible: view.launcher.panel === Launcher.Settings
         launcher: view.launcher
-        settings: view.settings
         suggestions: view.suggestions
+        settings: view.settings
+        workspaces: view.workspaces
     }
 
     NoticeStack {
@@ -379,35 +379,6 @@ FocusScope {
         anchors.bottom: parent.bottom
         anchors.bottomMargin: Theme.noticeEdge
         notices: view.launcher.notices
-    }
-
-    HistoryPanel {
-        anchors.fill: parent
-        visible: view.launcher.panel === Launcher.History
-        launcher: view.launcher
-    }
-    HiddenAppsPanel {
-        anchors.fill: parent
-        visible: view.launcher.panel === Launcher.HiddenApps
-        launcher: view.launcher
-    }
-    EmojiPanel {
-        anchors.fill: parent
-        visible: view.launcher.panel === Launcher.Emoji
-        launcher: view.launcher
-    }
-
-    NewFromOpenPanel {
-        anchors.fill: parent
-        visible: view.launcher.panel === Launcher.WorkspaceFromOpen
-        launcher: view.launcher
-        workspaces: view.workspaces
-    }
-    FocusSessionPanel {
-        anchors.fill: parent
-        visible: view.launcher.panel === Launcher.FocusSession
-        launcher: view.launcher
-        workspaces: view.workspaces
     }
 
     ContextMenu {

@@ -10,12 +10,23 @@ FocusScope {
     property int cardWidth: 520
     property int cardHeight: 480
     default property alias content: body.data
+    // It comes up; it goes at once.
+    readonly property bool moving: rising.running
 
     signal closed()
 
     onVisibleChanged: {
-        if (visible)
+        if (visible) {
             forceActiveFocus()
+            rising.restart()
+        }
+    }
+    NumberAnimation on opacity {
+        id: rising
+        running: false
+        from: 0
+        to: 1
+        duration: Theme.panelIn
     }
     Keys.onEscapePressed: closed()
     // Typing is not searching here.

@@ -101,6 +101,7 @@ QtObject {
     readonly property int makeRoom: reduceMotion ? 0 : 180
     readonly property int opening: reduceMotion ? 100 : 220
     readonly property int rippleSpread: reduceMotion ? 0 : 90
+    readonly property int panelIn: reduceMotion ? 100 : 180
     readonly property int noticeIn: reduceMotion ? 100 : 180
 
     readonly property var folderTints: ({
