@@ -5,8 +5,7 @@
 #include <cmath>
 #include <utility>
 
-#include <QQmlContext>
-#include <QQmlInfo>
+#include "shell/Delegates.h"
 
 namespace vellory {
 
@@ -190,19 +189,9 @@ std::unique_ptr<SearchGrid::Slot> SearchGrid::make(Shape shape) {
     }
     auto slot = std::make_unique<Slot>();
     slot->cell = std::make_unique<SearchCell>();
-    QObject* object = delegate->createWithInitialProperties(
-        {{"cell", QVariant::fromValue(slot->cell.get())}}, delegate->creationContext());
-    slot->item = qobject_cast<QQuickItem*>(object);
-    if (slot->item == nullptr) {
-        for (const QQmlError& error : delegate->errors()) {
-            qmlWarning(this) << error.toString();
-        }
-        delete object;
-        return nullptr;
-    }
-    slot->item->setParentItem(this);
-    slot->item->setParent(this);
-    return slot;
+    slot->item =
+        makeDelegate(*delegate, {{"cell", QVariant::fromValue(slot->cell.get())}}, *this, *this);
+    return slot->item == nullptr ? nullptr : std::move(slot);
 }
 
 void SearchGrid::updatePolish() {

@@ -4,17 +4,14 @@
 #include <algorithm>
 #include <cmath>
 
-#include <QQmlContext>
-#include <QQmlEngine>
-#include <QQmlInfo>
 #include <QQmlProperty>
 
-#include "Input/GridMotion.h"
+#include "shell/Delegates.h"
 
 namespace vellory {
 
 namespace {
-/// Delegates of pages further away than this from the one in view are given up.
+/// Delegates further away than this from those in view, in pages, are given up.
 constexpr int keptPages = 12;
 
 QRectF bodyOf(const QQuickItem& delegate) {
@@ -41,32 +38,34 @@ void TileGrid::setTiles(TileList* tiles) {
     Q_EMIT tilesChanged();
 }
 
-void TileGrid::setColumns(int columns) {
-    columns = std::max(1, columns);
-    if (columns != columns_) {
-        columns_ = columns;
+template <class Value>
+void TileGrid::setParameter(Value& parameter, Value value) {
+    if (value != parameter) {
+        parameter = value;
         placeAll();
         Q_EMIT geometryParametersChanged();
         Q_EMIT pageCountChanged();
     }
+}
+
+void TileGrid::setColumns(int columns) {
+    setParameter(geometry_.columns, std::max(1, columns));
 }
 
 void TileGrid::setRows(int rows) {
-    rows = std::max(1, rows);
-    if (rows != rows_) {
-        rows_ = rows;
-        placeAll();
-        Q_EMIT geometryParametersChanged();
-        Q_EMIT pageCountChanged();
-    }
+    setParameter(geometry_.rows, std::max(1, rows));
 }
 
 void TileGrid::setSideMargin(qreal margin) {
-    if (margin != sideMargin_) {
-        sideMargin_ = margin;
-        placeAll();
-        Q_EMIT geometryParametersChanged();
-    }
+    setParameter(geometry_.sideMargin, margin);
+}
+
+void TileGrid::setMirrored(bool mirrored) {
+    setParameter(geometry_.mirrored, mirrored);
+}
+
+void TileGrid::setList(bool list) {
+    setParameter(geometry_.isList, list);
 }
 
 void TileGrid::setPosition(qreal position) {
@@ -85,14 +84,6 @@ void TileGrid::setHighlight(int index) {
     }
 }
 
-void TileGrid::setMirrored(bool mirrored) {
-    if (mirrored != mirrored_) {
-        mirrored_ = mirrored;
-        placeAll();
-        Q_EMIT geometryParametersChanged();
-    }
-}
-
 void TileGrid::setRippleOrigin(QPointF origin) {
     if (origin != rippleOrigin_) {
         rippleOrigin_ = origin;
@@ -102,27 +93,13 @@ void TileGrid::setRippleOrigin(QPointF origin) {
 }
 
 int TileGrid::pageCount() const {
-    const int count = tiles_ == nullptr ? 0 : tiles_->count();
-    return std::max(1, (count + perPage() - 1) / perPage());
-}
-
-QRectF TileGrid::cell(int index) const {
-    const int page = index / perPage();
-    const int slot = index % perPage();
-    const int column = slot % columns_;
-    const int row = slot / columns_;
-    const qreal cellWidth = (width() - 2 * sideMargin_) / columns_;
-    const qreal cellHeight = height() / rows_;
-    const qreal direction = mirrored_ ? -1 : 1;
-    const int shownColumn = mirrored_ ? columns_ - 1 - column : column;
-    return {direction * page * width() + sideMargin_ + shownColumn * cellWidth, row * cellHeight,
-            cellWidth, cellHeight};
+    return geometry_.pageCount(count());
 }
 
 QRectF TileGrid::tileRect(const QString& id) const {
     const auto index = indexes_.find(id);
     return index == indexes_.end() ? QRectF()
-                                   : cell(index->second).translated(content_->position());
+                                   : geometry_.cell(index->second).translated(content_->position());
 }
 
 QString TileGrid::tileAt(const QPointF& point) const {
@@ -137,20 +114,13 @@ QString TileGrid::tileAt(const QPointF& point) const {
 }
 
 QString TileGrid::tileIdAt(int index) const {
-    const bool isThere = tiles_ != nullptr && index >= 0 && index < tiles_->count();
+    const bool isThere = index >= 0 && index < count();
     return isThere ? tiles_->items()[static_cast<std::size_t>(index)].id : QString();
 }
 
 QVariantMap TileGrid::placeAt(const QPointF& point) const {
-    const int page = std::clamp(static_cast<int>(std::lround(position_)), 0, pageCount() - 1);
-    const qreal cellWidth = std::max(1.0, (width() - 2 * sideMargin_) / columns_);
-    const qreal cellHeight = std::max(1.0, height() / rows_);
-    const qreal x = mirrored_ ? width() - point.x() : point.x();
-    const qreal columnsIn = std::clamp((x - sideMargin_) / cellWidth, 0.0, columns_ - 0.001);
-    const qreal rowsIn = std::clamp(point.y() / cellHeight, 0.0, rows_ - 0.001);
-    const int column = static_cast<int>(columnsIn);
-    return {{"cell", page * perPage() + static_cast<int>(rowsIn) * columns_ + column},
-            {"across", columnsIn - column}};
+    const auto [cell, across] = geometry_.placeAt(point, position_, count());
+    return {{"cell", cell}, {"across", across}};
 }
 
 QStringList TileGrid::tilesIn(const QRectF& area) const {
@@ -194,6 +164,7 @@ void TileGrid::componentComplete() {
 void TileGrid::geometryChange(const QRectF& now, const QRectF& before) {
     QQuickItem::geometryChange(now, before);
     if (now.size() != before.size()) {
+        geometry_.size = now.size();
         placeAll();
     }
 }
@@ -242,10 +213,9 @@ void TileGrid::updatePolish() {
         setMoving(false);
         applyHighlight();
     }
-    const auto first = static_cast<int>(std::floor(position_));
-    makePage(first);
-    if (position_ != first) {
-        makePage(first + 1);
+    const auto [first, end] = geometry_.shown(position_, count());
+    for (int index = first; index < end; ++index) {
+        make(index);
     }
     scrollContent();
     requestNeighbours();
@@ -269,34 +239,17 @@ void TileGrid::placeAll() {
 }
 
 void TileGrid::scrollContent() {
-    content_->setX((mirrored_ ? 1 : -1) * position_ * width());
-    const auto first = static_cast<int>(std::floor(position_));
-    const auto last = static_cast<int>(std::ceil(position_));
-    bool missing = false;
-    for (int page = std::max(0, first); page <= last; ++page) {
-        const int begin = page * perPage();
-        const int end = std::min(begin + perPage(), tiles_ == nullptr ? 0 : tiles_->count());
-        for (int index = begin; index < end && !missing; ++index) {
-            missing = !entries_.contains(tiles_->items()[static_cast<std::size_t>(index)].id);
+    content_->setPosition(geometry_.origin(position_));
+    const auto shown = geometry_.shown(position_, count());
+    for (int index = shown.first; index < shown.end; ++index) {
+        if (!entries_.contains(tiles_->items()[static_cast<std::size_t>(index)].id)) {
+            polish();
+            break;
         }
     }
-    if (missing) {
-        polish();
-    }
     for (auto& [id, entry] : entries_) {
-        const int page = entry.index / perPage();
-        entry.item->setVisible(page >= first && page <= last);
+        entry.item->setVisible(shown.contains(entry.index));
     }
-}
-
-bool TileGrid::makePage(int page) {
-    bool made = false;
-    const int begin = std::max(0, page * perPage());
-    const int end = std::min((page + 1) * perPage(), tiles_ == nullptr ? 0 : tiles_->count());
-    for (int index = begin; index < end; ++index) {
-        made = make(index) || made;
-    }
-    return made;
 }
 
 bool TileGrid::make(int index) {
@@ -318,17 +271,10 @@ bool TileGrid::make(int index) {
                               {"highlighted", false},
                               {"rippleDelay", 0.0},
                               {"grid", QVariant::fromValue(this)}};
-    QObject* object = delegate_->createWithInitialProperties(initial, delegate_->creationContext());
-    auto* item = qobject_cast<QQuickItem*>(object);
+    QQuickItem* item = makeDelegate(*delegate_, initial, *content_, *this);
     if (item == nullptr) {
-        for (const QQmlError& error : delegate_->errors()) {
-            qmlWarning(this) << error.toString();
-        }
-        delete object;
         return false;
     }
-    item->setParentItem(content_);
-    item->setParent(content_);
     Entry& entry = entries_[tile.id];
     entry = {item, tile, index};
     place(entry, false);
@@ -339,7 +285,7 @@ bool TileGrid::make(int index) {
 }
 
 void TileGrid::place(Entry& entry, bool animated) {
-    const QRectF where = cell(entry.index);
+    const QRectF where = geometry_.cell(entry.index);
     if (animated) {
         // Through the property system, so that the delegate's own behaviours take part.
         QQmlProperty::write(entry.item, "x", where.x());
@@ -348,12 +294,7 @@ void TileGrid::place(Entry& entry, bool animated) {
         entry.item->setPosition(where.topLeft());
     }
     entry.item->setSize(where.size());
-    const int slot = entry.index % perPage();
-    const int column = slot % columns_;
-    const double delay = GridMotion::rippleDelay(
-        {mirrored_ ? columns_ - 1 - column : column, slot / columns_, columns_, rows_},
-        {rippleOrigin_.x(), rippleOrigin_.y()}, 1.0);
-    entry.item->setProperty("rippleDelay", delay);
+    entry.item->setProperty("rippleDelay", geometry_.rippleDelay(entry.index, rippleOrigin_));
     entry.item->setProperty("index", entry.index);
 }
 
@@ -395,12 +336,9 @@ void TileGrid::timerEvent(QTimerEvent* event) {
     // A few delegates at a time: making a page of them at once would cost a frame.
     constexpr int batch = 4;
     int made = 0;
-    const int page = static_cast<int>(std::lround(position_));
-    const int count = tiles_ == nullptr ? 0 : tiles_->count();
-    for (const int neighbour : {page + 1, page - 1}) {
-        const int begin = std::max(0, neighbour * perPage());
-        const int end = std::min((neighbour + 1) * perPage(), count);
-        for (int index = begin; index < end && made < batch; ++index) {
+    for (const int step : {geometry_.screen(), -geometry_.screen()}) {
+        const auto [first, end] = geometry_.shown(std::round(position_) + step, count());
+        for (int index = first; index < end && made < batch; ++index) {
             if (make(index)) {
                 entries_[tiles_->items()[static_cast<std::size_t>(index)].id].item->setVisible(
                     false);
@@ -413,8 +351,10 @@ void TileGrid::timerEvent(QTimerEvent* event) {
     }
     killTimer(neighbourTimer_);
     neighbourTimer_ = 0;
+    const int inView = geometry_.shown(std::round(position_), count()).first;
     std::erase_if(entries_, [&](auto& pair) {
-        const bool isFar = std::abs(pair.second.index / perPage() - page) > keptPages;
+        const bool isFar =
+            std::abs(pair.second.index - inView) >= (keptPages + 1) * geometry_.perPage();
         if (isFar) {
             pair.second.item->deleteLater();
         }

@@ -11,16 +11,17 @@
 #include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
 
+#include "model/GridGeometry.h"
 #include "shell/TileList.h"
 
 namespace vellory {
 
-/// A paged grid of tiles: pages stand side by side and `position` says which one is in view, with
-/// fractions while one slides over another.
+/// A grid of tiles, on pages or as one `list`; `position` says what of it is in view, as
+/// `GridGeometry` counts.
 ///
 /// Each tile is one delegate item, found again by the tile's identity when the list changes, so
 /// that it keeps its state and moves to its new place instead of being made anew. Delegates are
-/// made for the page in view at once and for its neighbours when there is time.
+/// made for what is in view at once and for its neighbours when there is time.
 ///
 /// A delegate has the properties `tileId`, `title`, `isFolder`, `icons`, `tint`, `emoji`, `cover`,
 /// `isRunning`, `badge`, `selected`, `index`, `highlighted`, `rippleDelay` (0 to 1) and `grid`, all
@@ -37,6 +38,7 @@ class TileGrid : public QQuickItem {
     Q_PROPERTY(qreal position READ position WRITE setPosition NOTIFY positionChanged)
     Q_PROPERTY(int highlight READ highlight WRITE setHighlight NOTIFY highlightChanged)
     Q_PROPERTY(bool mirrored READ mirrored WRITE setMirrored NOTIFY geometryParametersChanged)
+    Q_PROPERTY(bool list READ isList WRITE setList NOTIFY geometryParametersChanged)
     Q_PROPERTY(
         QPointF rippleOrigin READ rippleOrigin WRITE setRippleOrigin NOTIFY rippleOriginChanged)
     Q_PROPERTY(bool animateMoves MEMBER animateMoves_ NOTIFY animateMovesChanged)
@@ -49,18 +51,20 @@ class TileGrid : public QQuickItem {
 
     TileList* tiles() const { return tiles_; }
     void setTiles(TileList* tiles);
-    int columns() const { return columns_; }
+    int columns() const { return geometry_.columns; }
     void setColumns(int columns);
-    int rows() const { return rows_; }
+    int rows() const { return geometry_.rows; }
     void setRows(int rows);
-    qreal sideMargin() const { return sideMargin_; }
+    qreal sideMargin() const { return geometry_.sideMargin; }
     void setSideMargin(qreal margin);
     qreal position() const { return position_; }
     void setPosition(qreal position);
     int highlight() const { return highlight_; }
     void setHighlight(int index);
-    bool mirrored() const { return mirrored_; }
+    bool mirrored() const { return geometry_.mirrored; }
     void setMirrored(bool mirrored);
+    bool isList() const { return geometry_.isList; }
+    void setList(bool list);
     /// Where the opening ripple starts, 0 to 1 across the grid.
     QPointF rippleOrigin() const { return rippleOrigin_; }
     void setRippleOrigin(QPointF origin);
@@ -108,14 +112,15 @@ class TileGrid : public QQuickItem {
         int index = 0;
     };
 
-    int perPage() const { return std::max(1, columns_ * rows_); }
-    QRectF cell(int index) const;
+    int count() const { return tiles_ == nullptr ? 0 : tiles_->count(); }
+    /// Sets what the geometry depends on; everything takes its new place at once.
+    template <class Value>
+    void setParameter(Value& parameter, Value value);
     void contentChanged();
     void setMoving(bool moving);
     void placeAll();
     void scrollContent();
-    /// Makes the delegates of a page; true if any was missing.
-    bool makePage(int page);
+    /// Makes the delegate of a tile; true if it was missing.
     bool make(int index);
     void place(Entry& entry, bool animated);
     void updateEntry(Entry& entry, const TileItem& tile);
@@ -127,12 +132,9 @@ class TileGrid : public QQuickItem {
     QQuickItem* content_ = nullptr;
     std::unordered_map<QString, Entry> entries_;
     std::unordered_map<QString, int> indexes_;
-    int columns_ = 7;
-    int rows_ = 5;
-    qreal sideMargin_ = 48;
+    GridGeometry geometry_{.columns = 7, .rows = 5, .sideMargin = 48};
     qreal position_ = 0;
     int highlight_ = -1;
-    bool mirrored_ = false;
     QPointF rippleOrigin_{0.5, 0.5};
     bool animateMoves_ = true;
     bool moving_ = false;
