@@ -59,7 +59,7 @@ TEST(Paging, ThirtySixTilesOnSevenByFiveMakeTwoPages) {
     Launcher launcher(36);
     EXPECT_EQ(launcher->pageCount(), 2);
     std::vector<bool> turns;
-    QObject::connect(launcher.state.get(), &LauncherState::pageChanged,
+    QObject::connect(launcher.state.get(), &LauncherState::positionChanged,
                      [&](bool animated) { turns.push_back(animated); });
     launcher->goToPage(5);
     EXPECT_EQ(launcher->page(), 1);
@@ -404,7 +404,7 @@ TEST(Hints, EndWithAnyOtherKey) {
     EXPECT_EQ(launcher.hides, 0);
 }
 
-TEST(Scrolling, TurnsPagesOfTheGridButNotOfAList) {
+TEST(Scrolling, TurnsPagesOfTheGridButNotOfMatches) {
     Launcher launcher(36);
     EXPECT_TRUE(launcher->handleScroll({.dy = -1}));
     EXPECT_EQ(launcher->page(), 1);
@@ -412,7 +412,88 @@ TEST(Scrolling, TurnsPagesOfTheGridButNotOfAList) {
     EXPECT_TRUE(launcher->handleScroll({.dx = -1}));
     EXPECT_EQ(launcher->page(), 0) << "pushed to the left, where the first page lies";
     launcher->setQuery("a");
-    EXPECT_FALSE(launcher->handleScroll({.dy = -1})) << "the list scrolls by itself";
+    EXPECT_FALSE(launcher->handleScroll({.dy = -1})) << "the matches scroll by themselves";
+}
+
+// --- The grid as one list ---
+
+namespace {
+/// 15 rows of 7, of which 5 are seen.
+void makeList(Launcher& launcher) {
+    launcher.model->prefs().setDisplayMode(Prefs::DisplayMode::list);
+    launcher->fitRows(709);
+}
+} // namespace
+
+TEST(List, ScrollsToWhateverTheKeyboardIsOn) {
+    Launcher launcher(100);
+    makeList(launcher);
+    EXPECT_EQ(launcher->pageCount(), 1);
+    launcher.press(Qt::Key_End);
+    EXPECT_EQ(launcher->highlight(), 99);
+    EXPECT_EQ(launcher->view().position(), 10);
+    launcher.press(Qt::Key_PageUp);
+    EXPECT_EQ(launcher->highlight(), 64);
+    EXPECT_EQ(launcher->view().position(), 9);
+    launcher->setHighlight(std::nullopt);
+    launcher.press(Qt::Key_PageUp);
+    EXPECT_EQ(launcher->view().position(), 5) << "a screen back, with a row in common";
+    launcher.press(Qt::Key_Down);
+    EXPECT_EQ(launcher->highlight(), 35) << "begins with the first row that is seen";
+}
+
+TEST(List, ScrollsWithTheWheelAndStaysWithinItsRows) {
+    Launcher launcher(100);
+    makeList(launcher);
+    std::vector<bool> moves;
+    QObject::connect(launcher.state.get(), &LauncherState::positionChanged,
+                     [&](bool animated) { moves.push_back(animated); });
+    EXPECT_TRUE(launcher->handleScroll({.dy = -2}));
+    EXPECT_EQ(launcher->view().position(), 2);
+    EXPECT_TRUE(launcher->handleScroll({.dy = -50, .precise = true}));
+    EXPECT_GT(launcher->view().position(), 2);
+    EXPECT_THAT(moves, ElementsAre(true, false)) << "fingers move it themselves";
+    launcher->handleScroll({.dy = -1000});
+    EXPECT_EQ(launcher->view().position(), 10);
+    launcher->setColumns(20);
+    EXPECT_EQ(launcher->view().position(), 0) << "all five rows are seen now";
+}
+
+TEST(List, KeepsItsPlaceWhileSearching) {
+    Launcher launcher(100);
+    makeList(launcher);
+    launcher->handleScroll({.dy = -4});
+    launcher.type("a");
+    EXPECT_FALSE(launcher->handleScroll({.dy = -1}));
+    launcher->setQuery("");
+    EXPECT_EQ(launcher->view().position(), 4);
+    launcher->reset();
+    EXPECT_EQ(launcher->view().position(), 0);
+}
+
+TEST(List, HintsLeadToWhatIsInView) {
+    Launcher launcher(100);
+    makeList(launcher);
+    launcher->handleScroll({.dy = -1000});
+    launcher->setHintsMode(true);
+    launcher.type("a");
+    EXPECT_EQ(launcher->hints().typed(), "") << "AA is on the first tile, out of view";
+    launcher.type(QString(QChar(Hints::label(99)[0])));
+    launcher.type(QString(QChar(Hints::label(99)[1])));
+    EXPECT_THAT(launcher.asked(), ElementsAre("open a99"));
+}
+
+TEST(List, BecomesPagesAgainWhenTheSettingsSaySo) {
+    Launcher launcher(100);
+    makeList(launcher);
+    launcher->handleScroll({.dy = -1000});
+    launcher.model->prefs().setDisplayMode(Prefs::DisplayMode::pages);
+    EXPECT_EQ(launcher->pageCount(), 3);
+    EXPECT_EQ(launcher->view().position(), 0);
+    launcher->goToPage(2);
+    launcher.model->prefs().setDisplayMode(Prefs::DisplayMode::list);
+    EXPECT_EQ(launcher->pageCount(), 1);
+    EXPECT_EQ(launcher->page(), 0);
 }
 
 } // namespace vellory::test

@@ -207,6 +207,24 @@ TEST_F(SmartListTest, TheMinuteBringsWhatBelongsToTheHour) {
     EXPECT_THAT(row(), ElementsAre("breakfast", "supper"));
 }
 
+TEST_F(SmartListTest, TheRowStandsAboveTheFirstLineOfAListOnly) {
+    begin({"a", "b", "c", "d", "e", "f"});
+    runningApps.starts("a");
+    runningApps.quits("a");
+    model->prefs().setDisplayMode(Prefs::DisplayMode::list);
+    model->prefs().setColumns(1);
+    model->prefs().setRows(2);
+    summon();
+    state->setHighlight(2); // the first line of a second page, were there pages
+    press(Qt::Key_Up);
+    EXPECT_EQ(state->highlight(), 1);
+    press(Qt::Key_Up);
+    press(Qt::Key_Up);
+    EXPECT_EQ(suggestions->highlight(), 0);
+    press(Qt::Key_Down);
+    EXPECT_EQ(state->highlight(), 0);
+}
+
 TEST_F(SmartListTest, KeysLeadUpIntoTheRowAndBack) {
     begin({"a", "b", "c"});
     for (const char* id : {"c", "b", "a"}) {

@@ -275,6 +275,53 @@ TEST_F(LauncherWindowTest, KeysWheelDragAndDotsTurnPages) {
     EXPECT_TRUE(shows(onSecond));
 }
 
+TEST_F(LauncherWindowTest, AListScrollsToEveryAppAndShowsNothingOutsideItsRoom) {
+    defaults.set("displayMode", std::string("list"));
+    openWith(100);
+    const std::string last = "app:" + appID(99);
+    EXPECT_EQ(tile(last), nullptr);
+    const QPoint middle(window().width() / 2, window().height() / 2);
+    for (int notch = 0; notch < 30; ++notch) {
+        QWheelEvent wheel(middle, window().mapToGlobal(middle), {}, {0, -120}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&window(), &wheel);
+    }
+    settle();
+    EXPECT_EQ(tile("app:a00"), nullptr);
+    ASSERT_NE(tile(last), nullptr);
+    const QRectF room(QPointF(), window().size());
+    EXPECT_TRUE(room.contains(tile(last)->mapRectToScene(tile(last)->boundingRect())));
+    press(Qt::Key_Home); // to the first of those in view, then to the first of all
+    press(Qt::Key_Home);
+    settle();
+    ASSERT_NE(tile("app:a00"), nullptr);
+    EXPECT_EQ(tile(last), nullptr);
+    press(Qt::Key_End);
+    settle();
+    click(last);
+    EXPECT_THAT(runningApps.asked, ElementsAre("open a99"));
+}
+
+TEST_F(LauncherWindowTest, ATileCarriedToTheEndOfAListScrollsIt) {
+    defaults.set("displayMode", std::string("list"));
+    openWith(100);
+    const auto* grid = tile("app:a00")->property("grid").value<QQuickItem*>();
+    const QPoint from = middleOf("app:a00");
+    const QPoint to = grid->mapToScene({from.x() + 0.0, grid->height() - 8}).toPoint();
+    QTest::mousePress(&window(), Qt::LeftButton, Qt::NoModifier, from);
+    for (int step = 1; step <= 8; ++step) {
+        QTest::mouseMove(&window(), from + (to - from) * step / 8);
+    }
+    EXPECT_TRUE(
+        eventually([&] { return state->view().position() == state->view().list().last(); }));
+    settle();
+    QTest::mouseRelease(&window(), Qt::LeftButton, Qt::NoModifier, to);
+    settle();
+    const auto& tiles = model->visibleTiles();
+    const auto moved = std::ranges::find(tiles, "app:a00", &Tile::id) - tiles.begin();
+    EXPECT_GE(moved, 98 - state->columns()) << "dropped on the last line";
+}
+
 // --- Keeping delegates ---
 
 TEST_F(LauncherWindowTest, ATileKeepsItsDelegateWhenTheGridChangesAroundIt) {

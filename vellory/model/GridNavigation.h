@@ -23,12 +23,14 @@ struct Grid {
     int rows = 1;    ///< rows on a page; in one long list, rows that are seen at once
     bool isPaged = true;
     int page = 0; ///< the page shown; where a highlight begins
+    int top = 0;  ///< in one long list, the first row that is wholly seen
 
     /// How many items a page holds.
     int pageSize() const;
     int pageCount() const;
     int pageOf(int index) const { return index / pageSize(); }
-    int firstShown() const { return page * pageSize(); }
+    int firstShown() const { return isPaged ? page * pageSize() : top * columns; }
+    bool isInFirstRow(int index) const { return (isPaged ? index % pageSize() : index) < columns; }
 };
 
 /// The highlighted item after a move; nothing on an empty grid. Past the first or last item of a

@@ -2,20 +2,14 @@
 #include "model/LauncherState.h"
 
 #include <algorithm>
-#include <cmath>
 #include <string_view>
 #include <utility>
 
-#include "Support/Text.h"
 #include "model/AppModel.h"
 
 namespace vellory {
 
 namespace {
-
-constexpr double labelHeight = 25;
-constexpr double gapWithLabels = 26;
-constexpr double gapWithoutLabels = 18;
 
 std::string folderTileID(const Uuid& folder) {
     return std::string(Tile::folderPrefix) + folder.string();
@@ -40,16 +34,40 @@ LauncherState::~LauncherState() = default;
 
 // --- What is shown ---
 
-bool LauncherState::isPaged() const {
-    return !searching() && model_.prefs().displayMode() == Prefs::DisplayMode::pages;
-}
-
 GridNavigation::Grid LauncherState::shownGrid() const {
     const int count = static_cast<int>(currentItems_.size());
-    if (!searching() && openFolder_) {
-        return {count, folderColumns, folderRows, true, folderPage_};
+    if (searching()) {
+        return {count, columns(), rows(), false};
     }
-    return {count, columns_, rows_, isPaged(), page_};
+    return openFolder_ ? GridNavigation::Grid{count, folderColumns, folderRows, true, folderPage_}
+                       : view_.grid();
+}
+
+GridView::Range LauncherState::itemsInView() const {
+    if (!openFolder_ || searching()) {
+        return view_.inView();
+    }
+    const GridNavigation::Grid grid = shownGrid();
+    return {grid.firstShown(), std::min(grid.firstShown() + grid.pageSize(), grid.count)};
+}
+
+void LauncherState::tellSince(const Told& before, bool animated) {
+    const Told now = told();
+    if (now.columns != before.columns) {
+        Q_EMIT columnsChanged();
+    }
+    if (now.rows != before.rows) {
+        Q_EMIT rowsChanged();
+    }
+    if (now.pageCount != before.pageCount) {
+        Q_EMIT pageCountChanged();
+    }
+    if (now.isList != before.isList) {
+        Q_EMIT displayModeChanged();
+    }
+    if (now.position != before.position) {
+        Q_EMIT positionChanged(animated && now.isList == before.isList);
+    }
 }
 
 void LauncherState::updateItems() {
@@ -71,13 +89,6 @@ void LauncherState::updateItems() {
     Q_EMIT currentItemsChanged();
 }
 
-void LauncherState::updatePageCount() {
-    const GridNavigation::Grid grid{static_cast<int>(model_.visibleTiles().size()), columns_,
-                                    rows_};
-    assign(pageCount_, isPaged() ? grid.pageCount() : 1, &LauncherState::pageCountChanged);
-    setPage(page_, false);
-}
-
 void LauncherState::onGridChanged() {
     if (openFolder_ && !model_.visibleFolder(*openFolder_)) {
         setOpenFolder(std::nullopt);
@@ -87,7 +98,9 @@ void LauncherState::onGridChanged() {
     }));
     search_.refresh();
     updateItems();
-    updatePageCount();
+    changeView(Motion::jump, [this](GridView& view) {
+        view.setCount(static_cast<int>(model_.visibleTiles().size()));
+    });
     setFolderPage(folderPage_);
     if (renaming_ && renaming_->starts_with(Tile::appPrefix) &&
         std::ranges::find(currentItems_, *renaming_, &Tile::id) == currentItems_.end()) {
@@ -100,34 +113,32 @@ void LauncherState::onGridChanged() {
 
 void LauncherState::applyPrefs() {
     const Prefs& prefs = model_.prefs();
-    setColumns(compact_ ? prefs.compactColumns() : prefs.columns());
-    if (height_) {
-        fitRows(*height_);
-    } else {
-        assign(rows_, compact_ ? prefs.compactRows() : prefs.rows(), &LauncherState::rowsChanged);
-    }
-    updatePageCount();
+    const bool isList = prefs.displayMode() == Prefs::DisplayMode::list;
+    const GridView::Settings settings =
+        compact_
+            ? GridView::Settings{prefs.compactColumns(), prefs.compactRows(),
+                                 static_cast<double>(prefs.compactIconSize()), prefs.showLabels(),
+                                 isList}
+            : GridView::Settings{prefs.columns(), prefs.rows(),
+                                 static_cast<double>(prefs.iconSize()), prefs.showLabels(), isList};
+    changeView(Motion::jump, [&](GridView& view) { view.follow(settings); });
 }
 
 void LauncherState::setQuery(const std::string& query) {
     if (!query.empty() && isCovered()) {
         setPanel(Panel::none);
     }
-    const bool wasSearching = searching();
+    const Told before = told();
     if (!assign(query_, query, &LauncherState::queryChanged)) {
         return;
     }
-    if (searching() && !wasSearching) {
-        pageBeforeSearch_ = page_;
+    if (searching()) {
         // The search is over everything.
         setOpenFolder(std::nullopt);
     }
     search_.setQuery(query);
     updateItems();
-    updatePageCount();
-    if (!searching()) {
-        setPage(pageBeforeSearch_, false);
-    }
+    tellSince(before, false);
     assign(highlight_, search_.highlightedApp(), &LauncherState::highlightChanged);
 }
 
@@ -155,16 +166,10 @@ void LauncherState::setOpenFolder(const std::optional<Uuid>& folder) {
 
 // --- Pages ---
 
-void LauncherState::setPage(int page, bool animated) {
-    const int nearest = std::clamp(page, 0, std::max(pageCount_ - 1, 0));
-    if (nearest != page_) {
-        page_ = nearest;
-        Q_EMIT pageChanged(animated);
-    }
-}
-
 void LauncherState::goToPage(int page) {
-    setPage(page, true);
+    if (!searching()) {
+        changeView(Motion::animated, [page](GridView& view) { view.goToPage(page); });
+    }
 }
 
 int LauncherState::folderPageCount() const {
@@ -181,43 +186,34 @@ void LauncherState::setFolderPage(int page) {
 void LauncherState::step(int pages) {
     if (openFolder_ && !searching()) {
         setFolderPage(folderPage_ + pages);
-    } else {
-        goToPage(page_ + pages);
+    } else if (!searching()) {
+        changeView(Motion::animated, [pages](GridView& view) { view.step(pages); });
     }
 }
 
 void LauncherState::showItem(int index) {
-    const GridNavigation::Grid grid = shownGrid();
-    if (openFolder_ && !searching()) {
-        setFolderPage(grid.pageOf(index));
-    } else if (grid.isPaged) {
-        goToPage(grid.pageOf(index));
+    if (searching()) {
+        return;
+    }
+    if (openFolder_) {
+        setFolderPage(shownGrid().pageOf(index));
+    } else {
+        changeView(Motion::animated, [index](GridView& view) { view.show(index); });
     }
 }
 
 void LauncherState::setColumns(int columns) {
-    if (assign(columns_, std::max(columns, 1), &LauncherState::columnsChanged)) {
-        updatePageCount();
-    }
+    changeView(Motion::jump, [columns](GridView& view) { view.setColumns(columns); });
 }
 
 void LauncherState::fitRows(double height) {
-    height_ = height;
-    const Prefs& prefs = model_.prefs();
-    const int most = compact_ ? prefs.compactRows() : prefs.rows();
-    const double icon = compact_ ? prefs.compactIconSize() : prefs.iconSize();
-    const double gap = prefs.showLabels() ? gapWithLabels : gapWithoutLabels;
-    const double label = prefs.showLabels() ? labelHeight : 0;
-    const double fitting = std::floor((height + gap) / (gap + label + icon));
-    // Written so that a height that is no number gives one row.
-    const int rows = fitting >= 2 ? static_cast<int>(std::min<double>(fitting, most)) : 1;
-    if (assign(rows_, rows, &LauncherState::rowsChanged)) {
-        updatePageCount();
-    }
+    changeView(Motion::jump, [height](GridView& view) { view.fitRows(height); });
 }
 
-void LauncherState::setPageWidth(double width) {
-    pageWidth_ = width;
+double LauncherState::letGo(QPointF travelled, QPointF velocity) {
+    double speed = 0;
+    changeView(Motion::animated, [&](GridView& view) { speed = view.letGo(travelled, velocity); });
+    return speed;
 }
 
 // --- Highlight and selection ---
@@ -377,60 +373,9 @@ void LauncherState::setRippleOrigin(QPointF origin) {
 }
 
 void LauncherState::setRightToLeft(bool on) {
-    assign(rightToLeft_, on, &LauncherState::rightToLeftChanged);
-}
-
-// --- What users do ---
-
-void LauncherState::back() {
-    if (!selected().empty()) {
-        setSelected({});
-    } else if (openFolder_) {
-        setOpenFolder(std::nullopt);
-    } else if (searching()) {
-        setQuery({});
-    } else if (showWindows_) {
-        setShowWindows(false);
-    } else if (panel_ != Panel::none) {
-        setPanel(Panel::none);
-    } else {
-        Q_EMIT hideRequested();
-    }
-}
-
-void LauncherState::activate(const Tile& tile) {
-    if (const Folder* folder = tile.folder()) {
-        setOpenFolder(folder->id);
-        return;
-    }
-    model_.launch(*tile.app());
-    hideAfterLaunch();
-}
-
-void LauncherState::copy(const std::string& text) {
-    Q_EMIT copyRequested(text);
-    hideAfterLaunch();
-}
-
-void LauncherState::activateNew(const BundleID& id) {
-    model_.launchNew(id);
-    hideAfterLaunch();
-}
-
-void LauncherState::perform(const BundleID& id, const std::string& action) {
-    model_.perform(id, action);
-    hideAfterLaunch();
-}
-
-void LauncherState::openFile(const BundleID& id, const std::filesystem::path& file) {
-    if (model_.openFile(id, file)) {
-        hideAfterLaunch();
-    }
-}
-
-void LauncherState::hideAfterLaunch() {
-    if (!keepOpen_) {
-        Q_EMIT hideRequested();
+    if (on != rightToLeft()) {
+        view_.setRightToLeft(on);
+        Q_EMIT rightToLeftChanged();
     }
 }
 
@@ -447,7 +392,7 @@ void LauncherState::reset() {
     setShowWindows(false);
     setDragOffset(0);
     setKeepOpen(model_.prefs().keepOpenAfterLaunch());
-    setPage(0, false);
+    changeView(Motion::jump, [](GridView& view) { view.showStart(); });
     pager_ = {};
 }
 

@@ -15,9 +15,9 @@
 #include "Board/Board.h"
 #include "Support/Uuid.h"
 #include "model/GridNavigation.h"
+#include "model/GridView.h"
 #include "model/Hints.h"
 #include "model/KeyCommand.h"
-#include "model/PageDrag.h"
 #include "model/ScrollPager.h"
 #include "model/SearchState.h"
 #include "model/Selection.h"
@@ -61,24 +61,24 @@ class LauncherState : public QObject {
     SearchState& search() { return search_; }
     const SearchState& search() const { return search_; }
 
+    /// What is in view of the grid, and what wheels and drags do to it.
+    const GridView& view() const { return view_; }
     /// The page of the grid, from 0.
-    int page() const { return page_; }
+    int page() const { return searching() ? 0 : view_.page(); }
     /// How many pages the grid has: none when it is empty, always one while searching.
-    int pageCount() const { return pageCount_; }
+    int pageCount() const { return searching() ? 1 : view_.pageCount(); }
+    int columns() const { return view_.columns(); }
+    int rows() const { return view_.rows(); }
     /// The nearest page there is, with an animation.
     void goToPage(int page);
-    /// So many pages on (or back), in the open folder when there is one.
+    /// So many pages on (or back), in the open folder when there is one; screens of a list.
     void step(int pages);
-    int columns() const { return columns_; }
     void setColumns(int columns);
-    int rows() const { return rows_; }
-    /// As many rows as fit into this height of the grid and the settings allow.
+    /// The room for the grid on the screen, see `GridView`.
     void fitRows(double height);
-    /// How wide one page is on the screen; flicks are measured by it.
-    double pageWidth() const { return pageWidth_; }
-    void setPageWidth(double width);
-    /// A drag of the grid's pages as they stand now.
-    PageDrag pageDrag() const { return PageDrag({page_, pageCount_, pageWidth_, rightToLeft_}); }
+    void setPageWidth(double width) { view_.setWidth(width); }
+    /// Ends a drag of the whole grid, see `GridView::letGo`.
+    double letGo(QPointF travelled, QPointF velocity);
 
     const std::optional<Uuid>& openFolder() const { return openFolder_; }
     void setOpenFolder(const std::optional<Uuid>& folder);
@@ -144,12 +144,14 @@ class LauncherState : public QObject {
     void setRippleOrigin(QPointF origin);
     /// The user reads from right to left: the left arrow and a push to the left go on instead of
     /// back.
-    bool rightToLeft() const { return rightToLeft_; }
+    bool rightToLeft() const { return view_.rightToLeft(); }
     void setRightToLeft(bool on);
 
     /// What can be activated now: the matches while searching, else the shown apps of the open
     /// folder, else the grid's tiles.
     const std::vector<Tile>& currentItems() const { return currentItems_; }
+    /// How these are laid out and what of them is in view.
+    GridNavigation::Grid shownGrid() const;
 
     /// One step out: the selection, the open folder, the query, the windows view, the panel,
     /// the launcher.
@@ -175,7 +177,9 @@ class LauncherState : public QObject {
 
   Q_SIGNALS:
     void queryChanged();
-    void pageChanged(bool animated);
+    void positionChanged(bool animated);
+    /// The grid is a list now, or on pages again.
+    void displayModeChanged();
     void pageCountChanged();
     void columnsChanged();
     void rowsChanged();
@@ -213,13 +217,28 @@ class LauncherState : public QObject {
         return true;
     }
 
-    GridNavigation::Grid shownGrid() const;
-    bool isPaged() const;
+    GridView::Range itemsInView() const;
     void applyPrefs();
     void onGridChanged();
     void updateItems();
-    void updatePageCount();
-    void setPage(int page, bool animated);
+    /// What of the view is told when it changes.
+    struct Told {
+        int columns;
+        int rows;
+        int pageCount;
+        double position;
+        bool isList;
+    };
+    Told told() const { return {columns(), rows(), pageCount(), view_.position(), view_.isList()}; }
+    void tellSince(const Told& before, bool animated);
+    enum class Motion { jump, animated };
+    /// Changes what is in view and tells what is different then.
+    template <class Change>
+    void changeView(Motion motion, Change change) {
+        const Told before = told();
+        change(view_);
+        tellSince(before, motion == Motion::animated);
+    }
     void setFolderPage(int page);
     void showItem(int index);
     const Tile* highlighted() const;
@@ -235,13 +254,7 @@ class LauncherState : public QObject {
     AppModel& model_;
     SearchState search_;
     std::string query_;
-    int page_ = 0;
-    int pageCount_ = 0;
-    int pageBeforeSearch_ = 0;
-    int columns_ = 7;
-    int rows_ = 5;
-    std::optional<double> height_;
-    double pageWidth_ = 1280;
+    GridView view_;
     std::optional<Uuid> openFolder_;
     int folderPage_ = 0;
     std::optional<int> highlight_;
@@ -254,7 +267,6 @@ class LauncherState : public QObject {
     bool compact_ = false;
     bool showWindows_ = false;
     bool presented_ = false;
-    bool rightToLeft_ = false;
     double dragOffset_ = 0;
     QPointF rippleOrigin_;
     ScrollPager pager_;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// What keys and the wheel mean to the launcher.
+// What users do to the launcher, and what keys and the wheel mean to it.
 #include "model/LauncherState.h"
 
 #include <algorithm>
@@ -11,10 +11,64 @@
 
 namespace vellory {
 
+// --- What users do ---
+
+void LauncherState::back() {
+    if (!selected().empty()) {
+        setSelected({});
+    } else if (openFolder_) {
+        setOpenFolder(std::nullopt);
+    } else if (searching()) {
+        setQuery({});
+    } else if (showWindows_) {
+        setShowWindows(false);
+    } else if (panel_ != Panel::none) {
+        setPanel(Panel::none);
+    } else {
+        Q_EMIT hideRequested();
+    }
+}
+
+void LauncherState::activate(const Tile& tile) {
+    if (const Folder* folder = tile.folder()) {
+        setOpenFolder(folder->id);
+        return;
+    }
+    model_.launch(*tile.app());
+    hideAfterLaunch();
+}
+
+void LauncherState::copy(const std::string& text) {
+    Q_EMIT copyRequested(text);
+    hideAfterLaunch();
+}
+
+void LauncherState::activateNew(const BundleID& id) {
+    model_.launchNew(id);
+    hideAfterLaunch();
+}
+
+void LauncherState::perform(const BundleID& id, const std::string& action) {
+    model_.perform(id, action);
+    hideAfterLaunch();
+}
+
+void LauncherState::openFile(const BundleID& id, const std::filesystem::path& file) {
+    if (model_.openFile(id, file)) {
+        hideAfterLaunch();
+    }
+}
+
+void LauncherState::hideAfterLaunch() {
+    if (!keepOpen_) {
+        Q_EMIT hideRequested();
+    }
+}
+
 // --- Keys ---
 
 bool LauncherState::handleKey(const KeyPress& press) {
-    const KeyCommand command = KeyCommand::of(press, rightToLeft_);
+    const KeyCommand command = KeyCommand::of(press, rightToLeft());
     if (drag_->isActive()) {
         return handleDragKey(command);
     }
@@ -100,7 +154,7 @@ bool LauncherState::handleKey(const KeyPress& press) {
 void LauncherState::moveHighlight(GridNavigation::Move move) {
     using GridNavigation::Move;
     if (searching()) {
-        search_.moveHighlight(move, columns_, rows_);
+        search_.moveHighlight(move, columns(), rows());
     } else if (!highlight_ && (move == Move::pageBack || move == Move::pageOn)) {
         step(move == Move::pageOn ? 1 : -1);
     } else {
@@ -182,10 +236,9 @@ void LauncherState::handleHintKey(const KeyCommand& command, const std::string& 
     if (command.kind == KeyCommand::Kind::erase) {
         hints_.erase();
     } else {
-        const GridNavigation::Grid grid = shownGrid();
-        const int end = std::min(grid.firstShown() + grid.pageSize(), grid.count);
         const bool isTyped = command.kind == KeyCommand::Kind::type;
-        chosen = hints_.type(isTyped ? text : std::string(), {grid.firstShown(), end});
+        const GridView::Range items = itemsInView();
+        chosen = hints_.type(isTyped ? text : std::string(), {items.first, items.end});
     }
     if (hints_ != before) {
         Q_EMIT hintsChanged();
@@ -205,19 +258,27 @@ void LauncherState::setHintsMode(bool on) {
 // --- Scrolling ---
 
 bool LauncherState::handleScroll(const Scroll& scroll) {
-    const bool inFolder = openFolder_ && !searching();
-    const int count = inFolder ? folderPageCount() : pageCount_;
-    if (count < 2 || (!inFolder && !isPaged())) {
+    if (searching()) {
+        return false;
+    }
+    const bool inFolder = openFolder_.has_value();
+    if (!inFolder && view_.isList()) {
+        changeView(scroll.precise ? Motion::jump : Motion::animated,
+                   [&](GridView& view) { view.scrollTo(view.list().scrolled(scroll)); });
+        return true;
+    }
+    const int count = inFolder ? folderPageCount() : pageCount();
+    if (count < 2) {
         return false;
     }
     Scroll logical = scroll;
-    if (rightToLeft_) {
+    if (rightToLeft()) {
         logical.dx = -logical.dx;
     }
     const ScrollPager::Result result =
         pager_.feed(logical, model_.clock().now().secondsSince2001,
-                    {inFolder ? folderPage_ : page_, count, pageWidth_});
-    setDragOffset(rightToLeft_ ? -result.offset : result.offset);
+                    {inFolder ? folderPage_ : page(), count, view_.width()});
+    setDragOffset(rightToLeft() ? -result.offset : result.offset);
     if (inFolder) {
         setFolderPage(result.page);
     } else {

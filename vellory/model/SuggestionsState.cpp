@@ -158,8 +158,7 @@ void SuggestionsState::setHighlight(std::optional<int> place) {
 }
 
 bool SuggestionsState::isOnFirstLine() const {
-    const int onPage = std::max(1, launcher_.columns() * launcher_.rows());
-    return !launcher_.highlight() || *launcher_.highlight() % onPage < launcher_.columns();
+    return !launcher_.highlight() || launcher_.shownGrid().isInFirstRow(*launcher_.highlight());
 }
 
 int SuggestionsState::gridColumn() const {
@@ -173,9 +172,8 @@ bool SuggestionsState::canEnterRow() const {
 
 void SuggestionsState::leaveTo(int column) {
     setHighlight(std::nullopt);
-    const int first = launcher_.page() * launcher_.columns() * launcher_.rows();
-    const int last = static_cast<int>(launcher_.currentItems().size()) - 1;
-    launcher_.setHighlight(std::min(first + column, last));
+    const GridNavigation::Grid grid = launcher_.shownGrid();
+    launcher_.setHighlight(std::min(grid.firstShown() + column, grid.count - 1));
 }
 
 bool SuggestionsState::handleKey(const KeyPress& press) {

@@ -92,6 +92,11 @@ std::expected<CommandLine, std::string> CommandLine::parse(const QStringList& ar
     if (parser.isSet(options.support)) {
         out.support = pathOf(parser.value(options.support));
     }
+    if (out.screenshot && out.view->changesWhatIsKept && !out.support) {
+        return std::unexpected(
+            "The view " + view.toStdString() +
+            " changes the grid for its picture: give it a folder with --support.");
+    }
     return out;
 }
 

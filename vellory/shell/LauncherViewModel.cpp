@@ -37,7 +37,11 @@ LauncherViewModel::LauncherViewModel(AppModel& model, LauncherState& state,
     connect(&model_.prefs(), &Prefs::changed, this, &LauncherViewModel::prefsChanged);
 
     connect(&state_, &LauncherState::queryChanged, this, &LauncherViewModel::queryChanged);
-    connect(&state_, &LauncherState::pageChanged, this, &LauncherViewModel::pageChanged);
+    connect(&state_, &LauncherState::positionChanged, this, &LauncherViewModel::positionChanged);
+    connect(&state_, &LauncherState::displayModeChanged, this,
+            &LauncherViewModel::displayModeChanged);
+    connect(&model_, &AppModel::visibleTilesChanged, this, &LauncherViewModel::listRowsChanged);
+    connect(&state_, &LauncherState::columnsChanged, this, &LauncherViewModel::listRowsChanged);
     connect(&state_, &LauncherState::pageCountChanged, this, &LauncherViewModel::pageCountChanged);
     connect(&state_, &LauncherState::columnsChanged, this, &LauncherViewModel::gridChanged);
     connect(&state_, &LauncherState::rowsChanged, this, &LauncherViewModel::gridChanged);
@@ -211,17 +215,7 @@ void LauncherViewModel::clearQuery() {
 }
 
 bool LauncherViewModel::dragsPages(const QPointF& delta, int modifiers) const {
-    return !isAdding(modifiers) && state_.pageDrag().beginsWith(delta.x(), delta.y());
-}
-
-qreal LauncherViewModel::draggedPosition(qreal travelled) const {
-    return state_.pageDrag().position(travelled);
-}
-
-qreal LauncherViewModel::letPagesGo(qreal travelled, qreal velocity) {
-    const PageDrag::Rest rest = state_.pageDrag().letGo(travelled, velocity);
-    state_.goToPage(rest.page);
-    return rest.speed;
+    return !isAdding(modifiers) && state_.view().pageDrag().beginsWith(delta.x(), delta.y());
 }
 
 void LauncherViewModel::fitGrid(qreal width, qreal height) {

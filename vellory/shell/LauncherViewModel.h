@@ -43,7 +43,9 @@ class LauncherViewModel : public QObject {
 
     Q_PROPERTY(QString query READ query WRITE setQuery NOTIFY queryChanged)
     Q_PROPERTY(bool searching READ isSearching NOTIFY queryChanged)
-    Q_PROPERTY(int page READ page NOTIFY pageChanged)
+    Q_PROPERTY(bool list READ isList NOTIFY displayModeChanged)
+    Q_PROPERTY(qreal position READ position NOTIFY positionChanged)
+    Q_PROPERTY(int listRows READ listRows NOTIFY listRowsChanged)
     Q_PROPERTY(int pageCount READ pageCount NOTIFY pageCountChanged)
     Q_PROPERTY(int columns READ columns NOTIFY gridChanged)
     Q_PROPERTY(int rows READ rows NOTIFY gridChanged)
@@ -101,7 +103,11 @@ class LauncherViewModel : public QObject {
     QString query() const { return QString::fromStdString(state_.query()); }
     void setQuery(const QString& query) { state_.setQuery(query.toStdString()); }
     bool isSearching() const { return state_.searching(); }
-    int page() const { return state_.page(); }
+    /// The grid is one list that scrolls, not pages.
+    bool isList() const { return state_.view().isList(); }
+    /// What is in view, see `GridView::position`.
+    qreal position() const { return state_.view().position(); }
+    int listRows() const { return state_.view().list().count; }
     int pageCount() const { return state_.pageCount(); }
     int columns() const { return state_.columns(); }
     int rows() const { return state_.rows(); }
@@ -157,13 +163,19 @@ class LauncherViewModel : public QObject {
     Q_INVOKABLE void hide() { Q_EMIT state_.hideRequested(); }
     Q_INVOKABLE void goToPage(int page) { state_.goToPage(page); }
     Q_INVOKABLE void goToFolderPage(int page) { state_.step(page - state_.folderPage()); }
-    /// What a drag over the grid's background means, as `PageDrag` says: of the pages, or of a band
-    /// that selects. With Shift or Ctrl it always selects.
+    /// What a drag of the mouse over the grid's background means, as `PageDrag` says: of the pages,
+    /// or of a band that selects. With Shift or Ctrl it always selects.
     Q_INVOKABLE bool dragsPages(const QPointF& delta, int modifiers) const;
-    Q_INVOKABLE qreal draggedPosition(qreal travelled) const;
-    /// Goes to the page that the drag settles on, and returns the speed with which it sets out.
-    Q_INVOKABLE qreal letPagesGo(qreal travelled, qreal velocity);
-    Q_INVOKABLE int pageTurnAt(qreal x) const { return state_.pageDrag().turnAt(x); }
+    Q_INVOKABLE qreal draggedPosition(const QPointF& travelled) const {
+        return state_.view().draggedPosition(travelled);
+    }
+    /// Ends the drag: `position` is where it comes to; returns the speed with which it sets out.
+    Q_INVOKABLE qreal letGo(const QPointF& travelled, const QPointF& velocity) {
+        return state_.letGo(travelled, velocity);
+    }
+    /// How many steps on or back a tile asks for that is carried to this point of the grid.
+    Q_INVOKABLE int turnAt(const QPointF& point) const { return state_.view().turnAt(point); }
+    Q_INVOKABLE void step(int pages) { state_.step(pages); }
     Q_INVOKABLE void fitGrid(qreal width, qreal height);
     /// What a new user may start with; each ends the welcome.
     Q_INVOKABLE void startWithFolders();
@@ -180,7 +192,9 @@ class LauncherViewModel : public QObject {
     /// The user asked for a menu by the keyboard: of this item, or of the background for -1.
     void menuRequested(int index);
     void queryChanged();
-    void pageChanged(bool animated);
+    void positionChanged(bool animated);
+    void displayModeChanged();
+    void listRowsChanged();
     void pageCountChanged();
     void gridChanged();
     void highlightChanged();

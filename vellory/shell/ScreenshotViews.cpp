@@ -92,6 +92,13 @@ Arranged needHabit(const Scene& scene) {
     return isOffered ? Arranged() : Arranged(std::unexpected("There is no habit to offer."));
 }
 
+/// The grid as one list, some rows down.
+Arranged scrollList(const Scene& scene) {
+    scene.model.prefs().setDisplayMode(Prefs::DisplayMode::list);
+    scene.state.handleScroll({.dy = -1.5});
+    return {};
+}
+
 // --- Workspaces ---
 
 Arranged needWorkspaces(const Scene& scene) {
@@ -185,9 +192,10 @@ void dragSomeTile(const Scene& scene) {
 constexpr ScreenshotView views[]{
     {"grid", asItIs},
     {"grid-dark", asItIs, nullptr, true},
+    {.name = "list", .arrange = scrollList, .changesWhatIsKept = true},
     {"folder", openFolder},
     {"context-menu", asItIs, openMenu},
-    {"history", openHistory},
+    {.name = "history", .arrange = openHistory, .changesWhatIsKept = true},
     {"hidden-apps", open<Panel::hiddenApps>},
     {"folder-emoji", openEmojiOfFolder},
     {"dragging", asItIs, dragSomeTile},

@@ -26,6 +26,7 @@ class SettingsViewModel : public QObject {
     Q_PROPERTY(int page READ page WRITE setPage NOTIFY pageChanged)
 
     Q_PROPERTY(bool showLabels READ showLabels WRITE setShowLabels NOTIFY prefsChanged)
+    Q_PROPERTY(bool listMode READ listMode WRITE setListMode NOTIFY prefsChanged)
     Q_PROPERTY(bool showBadges READ showBadges WRITE setShowBadges NOTIFY prefsChanged)
     Q_PROPERTY(bool keepOpen READ keepOpen WRITE setKeepOpen NOTIFY prefsChanged)
     Q_PROPERTY(bool reduceMotion READ reduceMotion WRITE setReduceMotion NOTIFY prefsChanged)
@@ -60,6 +61,11 @@ class SettingsViewModel : public QObject {
 
     bool showLabels() const { return model_.prefs().showLabels(); }
     void setShowLabels(bool on) { model_.prefs().setShowLabels(on); }
+    /// The grid as one list that scrolls, instead of pages.
+    bool listMode() const { return model_.prefs().displayMode() == Prefs::DisplayMode::list; }
+    void setListMode(bool on) {
+        model_.prefs().setDisplayMode(on ? Prefs::DisplayMode::list : Prefs::DisplayMode::pages);
+    }
     bool showBadges() const { return model_.prefs().showBadges(); }
     void setShowBadges(bool on) { model_.prefs().setShowBadges(on); }
     bool keepOpen() const { return model_.prefs().keepOpenAfterLaunch(); }

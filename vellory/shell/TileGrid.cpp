@@ -103,6 +103,9 @@ QRectF TileGrid::tileRect(const QString& id) const {
 }
 
 QString TileGrid::tileAt(const QPointF& point) const {
+    if (clip() && !contains(point)) {
+        return {};
+    }
     const QPointF inContent = point - content_->position();
     for (const auto& [id, entry] : entries_) {
         if (entry.item->isVisible() &&
@@ -124,7 +127,8 @@ QVariantMap TileGrid::placeAt(const QPointF& point) const {
 }
 
 QStringList TileGrid::tilesIn(const QRectF& area) const {
-    const QRectF inContent = area.translated(-content_->position());
+    const QRectF seen = clip() ? area.intersected(boundingRect()) : area;
+    const QRectF inContent = seen.translated(-content_->position());
     QStringList found;
     for (const auto& [id, entry] : entries_) {
         if (entry.item->isVisible() &&

@@ -16,6 +16,11 @@ Column {
         bottomPadding: 4
     }
     CheckMark {
+        text: qsTr("One list that scrolls, instead of pages")
+        checked: page.settings.listMode
+        onToggled: page.settings.listMode = !page.settings.listMode
+    }
+    CheckMark {
         text: qsTr("Names under the icons")
         checked: page.settings.showLabels
         onToggled: page.settings.showLabels = !page.settings.showLabels

@@ -2,8 +2,8 @@
 import QtQuick
 import Vellory
 
-// Drags over the whole launcher: a tile that the pointer carries, a band that selects, a page that
-// follows the finger. What it draws lies above everything; a drag goes on when the folder that it
+// Drags over the whole launcher: a tile that the pointer carries, a band that selects, pages or a
+// list that follow the finger. What it draws lies above everything; a drag goes on when the folder that it
 // began in closes below it.
 Item {
     id: gestures
@@ -60,7 +60,7 @@ Item {
         mode = "band"
     }
 
-    function move(at: point, travelled: real): void {
+    function move(at: point, travelled: point): void {
         pointer = at
         if (mode === "page")
             pageSpring.hold(launcher.draggedPosition(travelled))
@@ -70,10 +70,10 @@ Item {
             hover()
     }
 
-    function end(travelled: real, velocity: real): void {
+    function end(travelled: point, velocity: point): void {
         if (mode === "page") {
-            const speed = launcher.letPagesGo(travelled, velocity)
-            pageSpring.release(launcher.page, speed)
+            const speed = launcher.letGo(travelled, velocity)
+            pageSpring.release(launcher.position, speed)
         } else if (mode === "tile" && drag.active) {
             dropTile()
         }
@@ -90,7 +90,7 @@ Item {
 
     function cancel(): void {
         if (mode === "page")
-            pageSpring.release(launcher.page, 0)
+            pageSpring.release(launcher.position, 0)
         if (mode === "tile")
             drag.cancel()
         finish()
@@ -117,7 +117,7 @@ Item {
             return
         }
         const onGrid = grid.mapFromItem(gestures, pointer)
-        atEdge.turn = launcher.pageTurnAt(onGrid.x)
+        atEdge.turn = launcher.turnAt(onGrid)
         if (pageSpring.running)
             return
         const place = grid.placeAt(onGrid)
@@ -160,7 +160,7 @@ Item {
         acceptedButtons: Qt.LeftButton
         target: null
         dragThreshold: 8
-        property real velocity: 0
+        property point velocity
         onActiveChanged: {
             if (active)
                 gestures.begin(centroid.pressPosition,
@@ -168,13 +168,13 @@ Item {
                                         centroid.position.y - centroid.pressPosition.y),
                                centroid.modifiers)
             else
-                gestures.end(translation.x, velocity)
+                gestures.end(Qt.point(translation.x, translation.y), velocity)
         }
         onTranslationChanged: {
             if (!active)
                 return
-            velocity = centroid.velocity.x
-            gestures.move(centroid.position, translation.x)
+            velocity = Qt.point(centroid.velocity.x, centroid.velocity.y)
+            gestures.move(centroid.position, Qt.point(translation.x, translation.y))
         }
         onCanceled: gestures.cancel()
     }
@@ -183,23 +183,24 @@ Item {
         id: touchDrag
 
         parent: gestures.parent
-        enabled: gestures.ready && gestures.launcher.openFolder === "" && gestures.launcher.pageCount > 1
-                 && !gestures.launcher.searching
+        enabled: gestures.ready && gestures.launcher.openFolder === ""
+                 && (gestures.launcher.list || gestures.launcher.pageCount > 1) && !gestures.launcher.searching
         acceptedDevices: PointerDevice.TouchScreen
         target: null
-        yAxis.enabled: false
-        property real velocity: 0
+        xAxis.enabled: !gestures.launcher.list
+        yAxis.enabled: gestures.launcher.list
+        property point velocity
         onActiveChanged: {
             if (active)
                 gestures.mode = "page"
             else
-                gestures.end(translation.x, velocity)
+                gestures.end(Qt.point(translation.x, translation.y), velocity)
         }
         onTranslationChanged: {
             if (!active)
                 return
-            velocity = centroid.velocity.x
-            gestures.move(centroid.position, translation.x)
+            velocity = Qt.point(centroid.velocity.x, centroid.velocity.y)
+            gestures.move(centroid.position, Qt.point(translation.x, translation.y))
         }
     }
 
@@ -219,7 +220,7 @@ Item {
         interval: Theme.edgeDwell
         repeat: true
         running: turn !== 0
-        onTriggered: gestures.launcher.goToPage(gestures.launcher.page + turn)
+        onTriggered: gestures.launcher.step(turn)
     }
     Connections {
         target: gestures.pageSpring

@@ -61,7 +61,7 @@ FocusScope {
         target: view.launcher
         function onPresentedChanged() {
             if (view.launcher.presented) {
-                pageSpring.jump(view.launcher.page)
+                pageSpring.jump(view.launcher.position)
                 opening.restart()
                 searchField.takeFocus()
             }
@@ -83,11 +83,11 @@ FocusScope {
                 : Qt.point(view.width / 2 - Theme.menuWidth / 2, view.height / 3)
             view.launcher.showMenu(id)
         }
-        function onPageChanged(animated: bool) {
+        function onPositionChanged(animated: bool) {
             if (animated)
-                pageSpring.to = view.launcher.page
+                pageSpring.to = view.launcher.position
             else
-                pageSpring.jump(view.launcher.page)
+                pageSpring.jump(view.launcher.position)
         }
     }
 
@@ -203,6 +203,8 @@ FocusScope {
             visible: !view.launcher.searching
             enabled: !view.covered && !view.folderOpen
             tiles: view.launcher.tiles
+            list: view.launcher.list
+            clip: list // rows are cut at its top and bottom
             columns: view.launcher.columns
             rows: view.launcher.rows
             sideMargin: Theme.sideMargin(width)
@@ -230,6 +232,14 @@ FocusScope {
             onWidthChanged: view.launcher.fitGrid(width, height)
             onHeightChanged: view.launcher.fitGrid(width, height)
             Component.onCompleted: view.launcher.fitGrid(width, height)
+        }
+
+        ScrollMark {
+            anchors { right: grid.right; rightMargin: Theme.unit; top: grid.top; bottom: grid.bottom }
+            visible: view.launcher.list && grid.visible && view.launcher.listRows > view.launcher.rows
+            position: pageSpring.value
+            seen: view.launcher.rows
+            count: view.launcher.listRows
         }
 
         SearchResults {

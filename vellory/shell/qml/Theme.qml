@@ -36,6 +36,7 @@ QtObject {
     readonly property color ringTrack: dark ? "#29ffffff" : "#24000000"
     readonly property color warning: dark ? "#f2a65a" : "#b45309"
     readonly property color controlBorder: dark ? "#59ffffff" : "#4d000000"
+    readonly property color scrollMark: dark ? "#66ffffff" : "#4d000000"
     readonly property color runningDot: dark ? "#d9ffffff" : "#b3000000"
     readonly property color badgeFill: "#e5484d"
     readonly property color badgeInk: "#ffffff"
@@ -84,6 +85,7 @@ QtObject {
     readonly property int chipWidth: 240
     readonly property int dockWidth: 400
     readonly property int rowHeight: 44
+    readonly property int scrollMarkWidth: 4
     readonly property int highlightRadius: 20
     readonly property int folderPanelRadius: 28
     readonly property int runningDotSize: 4
