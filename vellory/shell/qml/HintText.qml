@@ -8,6 +8,8 @@ Text {
     textFormat: Text.PlainText
     wrapMode: Text.WordWrap
     lineHeight: 1.15
+    // Whole pixels, so that what stands below is not drawn across two.
+    height: Math.ceil(implicitHeight)
     font.pixelSize: Theme.smallSize
     Accessible.role: Accessible.StaticText
     Accessible.name: text
