@@ -2,6 +2,7 @@
 #include <csignal>
 #include <cstdio>
 #include <list>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -203,6 +204,49 @@ TEST_F(ProgramTest, TheGridShowsEveryAppAndReturnOpensTheTypedOne) {
     ASSERT_TRUE(program.lineWith("hidden"));
     EXPECT_TRUE(seesWindow("beta"));
     EXPECT_NE(run({"timeout", "20", "xdotool", "search", "--onlyvisible", "--class", "alpha"}), 0);
+}
+
+/// Every file below `folder` with its content.
+std::map<std::string, std::string> filesBelow(const std::filesystem::path& folder) {
+    std::map<std::string, std::string> files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+        if (entry.is_regular_file()) {
+            files[entry.path().string()] = contentOf(entry.path());
+        }
+    }
+    return files;
+}
+
+// Also beside a program that runs, which must not find its files changed by somebody else.
+TEST_F(ProgramTest, PicturesAndRunsOnOtherAppsLeaveTheUsersFilesAlone) {
+    Process own(vellory());
+    ASSERT_EQ(own.lineWith("apps"), "3 apps");
+    ASSERT_TRUE(own.lineWith("settled"));
+    const auto scratch = session.folder().path() / "scratch";
+    std::filesystem::create_directories(scratch);
+    session.folder().write("other/delta.desktop",
+                           "[Desktop Entry]\nType=Application\nName=delta\nExec=true\n");
+    const std::string picture = session.folder().path() / "picture.png";
+    const std::string other = session.folder().path() / "other";
+    const auto before = filesBelow(session.home());
+    ASSERT_TRUE(before.contains(support() / "layout.json"));
+    const auto inScratch = [&](std::vector<std::string> command) {
+        command.insert(command.begin(), {"env", "TMPDIR=" + scratch.string(), VELLORY_PROGRAM});
+        return command;
+    };
+
+    EXPECT_EQ(run(inScratch({"--screenshot", picture, "--view", "history"})), 0);
+    EXPECT_EQ(run(inScratch({"--screenshot", picture, "--apps", other})), 0);
+    Process beside(inScratch({"--apps", other, "--report"}));
+    EXPECT_EQ(beside.lineWith("apps"), "1 apps") << "not the one that runs";
+    EXPECT_FALSE(std::filesystem::is_empty(scratch));
+    beside.signal(SIGTERM);
+    EXPECT_EQ(beside.waitForEnd(), 0);
+
+    EXPECT_EQ(filesBelow(session.home()), before);
+    EXPECT_TRUE(std::filesystem::is_empty(scratch)) << "the copies go with the runs";
+    own.signal(SIGTERM);
+    EXPECT_EQ(own.waitForEnd(), 0);
 }
 
 TEST_F(ProgramTest, AnAppThatIsInstalledAppearsAtTheEndWithItsNotice) {

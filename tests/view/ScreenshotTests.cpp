@@ -38,11 +38,17 @@ TEST_F(ScreenshotTest, EveryViewOfTheTableCanBeAskedForAndArranged) {
     }
 }
 
-// The user's own grid is not there to be rearranged for a picture.
-TEST_F(ScreenshotTest, AViewThatChangesTheGridNeedsAFolderOfItsOwn) {
-    QStringList asked{"vellory", "--screenshot", "x.png", "--view", "history"};
-    EXPECT_FALSE(CommandLine::parse(asked).has_value());
-    EXPECT_TRUE(CommandLine::parse(asked << "--support" << "x").has_value());
+// The user's own grid is not there to be rearranged for a picture, or by other apps.
+TEST_F(ScreenshotTest, PicturesAndOtherAppsNeedACopyUnlessAFolderIsNamed) {
+    const QStringList plain{"vellory"};
+    const QStringList picture = plain + QStringList{"--screenshot", "x.png", "--view", "history"};
+    const QStringList apps = plain + QStringList{"--apps", "x"};
+    const QStringList support{"--support", "y"};
+    EXPECT_FALSE(CommandLine::parse(plain)->leavesFilesAlone());
+    for (const QStringList& asked : {picture, apps}) {
+        EXPECT_TRUE(CommandLine::parse(asked)->leavesFilesAlone());
+        EXPECT_FALSE(CommandLine::parse(asked + support)->leavesFilesAlone());
+    }
     EXPECT_FALSE(CommandLine::parse({"vellory", "--view", "spiral"}).has_value());
 }
 

@@ -23,7 +23,10 @@ struct Options {
     QCommandLineOption scale{"scale", "Scale factor of the picture, 0.5 to 4.", "factor", "1"};
     QCommandLineOption dark{"dark", "Dark appearance."};
     QCommandLineOption light{"light", "Light appearance."};
-    QCommandLineOption apps{"apps", "Read desktop entries from this folder only.", "folder"};
+    QCommandLineOption apps{"apps",
+                            "Read desktop entries from this folder only. What is changed is "
+                            "forgotten at the end, unless --support is given.",
+                            "folder"};
     QCommandLineOption support{"support", "Keep everything in this folder.", "folder"};
     QCommandLineOption report{"report", "Say on standard output when the grid is on the screen."};
     QCommandLineOption help{{"h", "help"}, "Show this help."};
@@ -91,11 +94,6 @@ std::expected<CommandLine, std::string> CommandLine::parse(const QStringList& ar
     }
     if (parser.isSet(options.support)) {
         out.support = pathOf(parser.value(options.support));
-    }
-    if (out.screenshot && out.view->changesWhatIsKept && !out.support) {
-        return std::unexpected(
-            "The view " + view.toStdString() +
-            " changes the grid for its picture: give it a folder with --support.");
     }
     return out;
 }

@@ -30,7 +30,8 @@ struct CommandLine {
     QSize size{1440, 900};
     double scale = 1;
     std::optional<bool> dark;
-    /// The one folder that desktop entries are read from.
+    /// The one folder that desktop entries are read from. What is arranged meanwhile has nothing to
+    /// do with the apps that the user's own board is about.
     std::optional<std::filesystem::path> apps;
     /// A support folder in place of the user's; settings are then kept there as well.
     std::optional<std::filesystem::path> support;
@@ -38,6 +39,9 @@ struct CommandLine {
     bool report = false;
     bool help = false;
     bool version = false;
+
+    /// Whether nothing that this run changes may reach the user's files: it works on a copy.
+    bool leavesFilesAlone() const { return (screenshot || apps) && !support; }
 
     /// The error is a sentence for the user.
     static std::expected<CommandLine, std::string> parse(const QStringList& arguments);

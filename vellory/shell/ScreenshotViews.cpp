@@ -192,10 +192,10 @@ void dragSomeTile(const Scene& scene) {
 constexpr ScreenshotView views[]{
     {"grid", asItIs},
     {"grid-dark", asItIs, nullptr, true},
-    {.name = "list", .arrange = scrollList, .changesWhatIsKept = true},
+    {"list", scrollList},
     {"folder", openFolder},
     {"context-menu", asItIs, openMenu},
-    {.name = "history", .arrange = openHistory, .changesWhatIsKept = true},
+    {"history", openHistory},
     {"hidden-apps", open<Panel::hiddenApps>},
     {"folder-emoji", openEmojiOfFolder},
     {"dragging", asItIs, dragSomeTile},

@@ -35,9 +35,6 @@ struct ScreenshotView {
     void (*act)(const Scene& scene) = nullptr;
     /// The appearance the picture has whatever was chosen.
     std::optional<bool> dark = std::nullopt;
-    /// The arrangement changes the grid or the settings: it is done to a support folder that was
-    /// named for it, never to the user's own.
-    bool changesWhatIsKept = false;
 
     static std::span<const ScreenshotView> all();
     /// Null for an unknown name.

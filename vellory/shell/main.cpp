@@ -31,6 +31,7 @@
 #include "shell/CommandLine.h"
 #include "shell/ImageFileChooser.h"
 #include "shell/LauncherController.h"
+#include "shell/ScratchCopy.h"
 #include "shell/Screenshot.h"
 
 // This file alone knows the platform's implementations: it makes them, hands them to the model as
@@ -208,8 +209,17 @@ std::expected<FirstStart, int> meetOthers(const CommandLine& options,
     return first;
 }
 
-int run(const CommandLine& options, const char* program) {
+int run(CommandLine options, const char* program) {
     const LinuxPlatform::Start start = LinuxPlatform::begin(options.apps);
+    std::optional<ScratchCopy> scratch;
+    if (options.leavesFilesAlone()) {
+        const LinuxPlatform::Folders own = start.folders(std::nullopt);
+        auto copy = ScratchCopy::make(VelloryPaths(own.data).support(), own.settings);
+        if (!copy) {
+            return fail("couldn't copy your files for this run: " + copy.error().message());
+        }
+        options.support = scratch.emplace(*std::move(copy)).folder();
+    }
     const bool isPicture = options.screenshot.has_value();
     const bool isHidden = options.show == CommandLine::Show::hidden;
 
