@@ -224,9 +224,6 @@ TEST(BoardEdits, ChosenPicturesAreCopiedAndTheirPathsStored) {
     World world;
     AppModel& model = world.startWith(apps, usualBoard());
     const auto picture = world.folder.write("pictures/cat.PNG", "meow");
-    std::vector<std::string> replaced;
-    QObject::connect(&model, &AppModel::pictureReplaced,
-                     [&](const std::string& file) { replaced.push_back(file); });
 
     model.chooseIcon("a");
     EXPECT_THAT(world.imageChooser.titles, ElementsAre("Icon for A"));
@@ -242,13 +239,66 @@ TEST(BoardEdits, ChosenPicturesAreCopiedAndTheirPathsStored) {
     const std::string cover = (world.paths().icons() / ("folder-" + uuid(1).string() + ".PNG"));
     EXPECT_EQ(model.board().folder(uuid(1))->cover, cover);
     EXPECT_EQ(world.lastNotice(), "Folder cover");
-    EXPECT_THAT(replaced, ElementsAre(icon, cover));
 
     model.resetIcon("a");
     EXPECT_THAT(model.board().icons, IsEmpty());
     EXPECT_EQ(world.lastNotice(), "Reset icon for A");
     model.resetCover(uuid(1));
     EXPECT_EQ(model.board().folder(uuid(1))->cover, std::nullopt);
+}
+
+TEST(BoardEdits, AnotherPictureOfTheSameKindIsSeenAndTheEarlierIconIsFoundAgain) {
+    World world;
+    AppModel& model = world.startWith(apps, usualBoard());
+    const auto choose = [&](const std::string& content) {
+        world.scheduler.advance(1);
+        world.notices.clear();
+        world.gridChanges = 0;
+        world.imageChooser.choose(world.folder.write("picture.png", content));
+        EXPECT_EQ(world.notices.size(), 1U) << content;
+        EXPECT_EQ(world.gridChanges, 1) << content;
+    };
+    model.chooseIcon("a");
+    choose("meow");
+    choose("woof");
+    EXPECT_EQ(contentOf(model.board().icons.at("a")), "woof");
+    EXPECT_EQ(world.lastNotice(), "Icon for A");
+    model.restore(model.snapshots().front());
+    EXPECT_EQ(contentOf(model.board().icons.at("a")), "meow");
+
+    model.chooseCover(uuid(1));
+    choose("meow");
+    choose("woof");
+    EXPECT_EQ(contentOf(*model.board().folder(uuid(1))->cover), "woof");
+    EXPECT_EQ(world.lastNotice(), "Folder cover");
+}
+
+TEST(BoardEdits, PicturesThatNoBoardCanShowAnyMoreGo) {
+    World world;
+    AppModel& model = world.startWith(apps, usualBoard());
+    const auto own = world.folder.write("vellory/Icons/own.png", "put there by the user");
+    model.chooseIcon("a");
+    std::filesystem::path kept;
+    for (int i = 0; i < 70; ++i) {
+        world.scheduler.advance(1);
+        world.imageChooser.choose(world.folder.write("picture.png", std::to_string(i)));
+        if (i == 3) {
+            model.saveLayout("Mine");
+            kept = model.board().icons.at("a");
+        }
+    }
+    EXPECT_EQ(namesIn(world.paths().icons()).size(), 60U + 2U + 1U)
+        << "the history, today, the layout and the user";
+    EXPECT_EQ(contentOf(kept), "3");
+    EXPECT_EQ(contentOf(own), "put there by the user");
+    for (const auto& step : model.snapshots()) {
+        EXPECT_TRUE(std::filesystem::exists(model.boardIn(step)->icons.at("a")));
+    }
+
+    world.folder.write("vellory/SavedLayouts/Mine.json", "cannot be read");
+    world.scheduler.advance(1);
+    world.imageChooser.choose(world.folder.write("picture.png", "70"));
+    EXPECT_EQ(contentOf(kept), "3") << "nobody knows what that layout shows";
 }
 
 TEST(BoardEdits, APictureThatCannotBeReadIsTold) {

@@ -80,7 +80,7 @@ AppModel::AppModel(Ports ports, Environment environment, QObject* parent)
     });
     connect(this, &AppModel::appLaunched, &workspaceCenter_, &WorkspaceCenter::appLaunched);
     connect(&editor_, &BoardEditor::noticePosted, this, &AppModel::noticePosted);
-    connect(&editor_, &BoardEditor::pictureReplaced, this, &AppModel::pictureReplaced);
+    connect(&editor_, &BoardEditor::pictureReplaced, this, &AppModel::visibleTilesChanged);
     connect(&document_, &BoardDocument::changed, this, [this] {
         Q_EMIT boardChanged();
         refreshGrid();

@@ -245,8 +245,6 @@ class AppModel : public QObject {
     void badgesChanged();
     /// Anything about the grid changed: which tiles there are, their order, names or pictures.
     void visibleTilesChanged();
-    /// The picture in this file of the icons folder was replaced under the same name.
-    void pictureReplaced(const std::string& file);
     void noticePosted(const vellory::Notice& notice);
     /// The user has not been welcomed yet.
     void welcomeRequested();

@@ -197,8 +197,8 @@ void BoardEditor::chooseIcon(const BundleID& id) {
                 return;
             }
             if (const auto path = self->pathOf(self->icons_.addIcon(id, picture))) {
-                self->edit("Icon for " + self->model_.name(id), "photo",
-                           [&](Board& next) { next.icons[id] = *path; });
+                self->usePicture("Icon for " + self->model_.name(id),
+                                 [&](Board& next) { next.icons[id] = *path; });
             }
         });
 }
@@ -219,8 +219,9 @@ void BoardEditor::chooseCover(const Uuid& folder) {
                 return;
             }
             if (const auto path = self->pathOf(self->icons_.addCover(folder, picture))) {
-                self->editFolder(folder, "Folder cover", "photo",
-                                 [&](Folder& each) { each.cover = *path; });
+                self->usePicture("Folder cover", [&](Board& next) {
+                    next.updateFolder(folder, [&](Folder& each) { each.cover = *path; });
+                });
             }
         });
 }
@@ -234,8 +235,51 @@ std::optional<std::string> BoardEditor::pathOf(const Added& added) {
         Q_EMIT noticePosted(Notice::error("Couldn't use the picture: " + added.error().message()));
         return std::nullopt;
     }
-    Q_EMIT pictureReplaced(added->string());
     return added->string();
+}
+
+void BoardEditor::usePicture(const std::string& reason, const std::function<void(Board&)>& change) {
+    Board next = document_.board();
+    change(next);
+    switch (document_.change(std::move(next), reason)) {
+    case BoardDocument::Change::unsaved:
+        return; // That says so itself.
+    case BoardDocument::Change::none:
+        Q_EMIT pictureReplaced();
+        break;
+    case BoardDocument::Change::saved:
+        forgetUnusedPictures();
+        break;
+    }
+    Q_EMIT noticePosted(Notice::confirmation(reason, "photo"));
+}
+
+void BoardEditor::forgetUnusedPictures() const {
+    std::set<std::string> used;
+    const auto use = [&](const Board& board) {
+        for (const auto& [app, icon] : board.icons) {
+            used.insert(std::filesystem::path(icon).filename().string());
+        }
+        for (const Tile& tile : board.tiles) {
+            if (const Folder* folder = tile.folder(); folder != nullptr && folder->cover) {
+                used.insert(std::filesystem::path(*folder->cover).filename().string());
+            }
+        }
+    };
+    std::vector<std::optional<Board>> boards{document_.board()};
+    for (const BoardStore::Snapshot& snapshot : document_.snapshots()) {
+        boards.push_back(document_.boardIn(snapshot));
+    }
+    for (const std::string& name : savedLayouts()) {
+        boards.push_back(layouts_.load(name));
+    }
+    for (const std::optional<Board>& board : boards) {
+        if (!board) {
+            return; // Nobody knows what it shows.
+        }
+        use(*board);
+    }
+    icons_.keepOnly(used);
 }
 
 // --- The whole board ---

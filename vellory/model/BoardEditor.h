@@ -73,7 +73,8 @@ class BoardEditor : public QObject {
 
   Q_SIGNALS:
     void noticePosted(const vellory::Notice& notice);
-    void pictureReplaced(const std::string& file);
+    /// A picture on the board is another one now, under the same name.
+    void pictureReplaced();
 
   private:
     using Added = std::expected<std::filesystem::path, std::error_code>;
@@ -84,6 +85,10 @@ class BoardEditor : public QObject {
     void editFolder(const Uuid& folder, const std::string& reason, const char* symbol,
                     const std::function<void(Folder&)>& change);
     void commit(Board next, const std::string& reason, const Notice& notice);
+    /// Commits a change to a picture that was added just now.
+    void usePicture(const std::string& reason, const std::function<void(Board&)>& change);
+    /// Deletes the pictures that neither this board nor one that can be gone back to shows.
+    void forgetUnusedPictures() const;
     /// The text of the path of a picture that was added, or nothing after a notice.
     std::optional<std::string> pathOf(const Added& added);
 

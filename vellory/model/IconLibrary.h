@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <expected>
 #include <filesystem>
+#include <set>
+#include <string>
 #include <system_error>
 
 #include "Apps/InstalledApp.h"
@@ -14,8 +16,9 @@ namespace vellory {
 /// The folder with the program's own copies of the pictures that users chose for apps and folders,
 /// so that these survive when the original goes.
 ///
-/// A picture that is chosen anew takes the place of one with the same name. Nothing is deleted: an
-/// earlier board that is restored still finds its pictures.
+/// An app's icon carries a mark of its content in its name: another picture never takes the place
+/// of one that an earlier board refers to. A folder has one cover for each extension; choosing
+/// another replaces it.
 class IconLibrary {
   public:
     /// What a picture may take at most, in bytes.
@@ -33,9 +36,12 @@ class IconLibrary {
     std::expected<std::filesystem::path, std::error_code>
     addCover(const Uuid& folder, const std::filesystem::path& picture) const;
 
+    /// Deletes the icons and covers with other file names than these. Other files stay.
+    void keepOnly(const std::set<std::string>& names) const;
+
   private:
-    std::expected<std::filesystem::path, std::error_code>
-    add(const std::string& stem, const std::filesystem::path& picture) const;
+    std::expected<std::filesystem::path, std::error_code> add(const std::string& name,
+                                                              const std::string& content) const;
 
     std::filesystem::path folder_;
 };
