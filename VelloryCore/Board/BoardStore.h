@@ -68,8 +68,8 @@ class BoardStore {
     /// Writes the board. With a reason, what the file held before goes into the history, unless it
     /// is the very same; the history is then cut to the newest `keep` files.
     ///
-    /// A file that is about to be replaced without having been understood is first copied to
-    /// "<file>.unreadable", once. After a failure the file stands as it was.
+    /// A file that is about to be replaced without having been understood is kept beside first (see
+    /// `AtomicFile::keepUnreadable`). After a failure the file stands as it was.
     std::expected<void, std::error_code>
     save(const Board& board, std::optional<std::string_view> reason = std::nullopt) const;
 

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace vellory {
 
@@ -36,6 +37,11 @@ class VelloryPaths {
     std::filesystem::path habits() const { return support_ / "habits.json"; }
     /// Folder of desk snapshots, one file a day.
     std::filesystem::path desk() const { return support_ / "DeskHistory"; }
+
+    /// All folders that the program writes files into.
+    std::vector<std::filesystem::path> folders() const {
+        return {support_, layoutHistory(), savedLayouts(), icons(), desk()};
+    }
 
     friend bool operator==(const VelloryPaths&, const VelloryPaths&) = default;
 

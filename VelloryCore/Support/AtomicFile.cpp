@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Support/AtomicFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
@@ -8,12 +9,25 @@
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
+#include <vector>
 
 namespace vellory::AtomicFile {
 
 namespace fs = std::filesystem;
 
 namespace {
+
+/// What mkostemp(3) makes the names of: letters and digits stand in place of each X.
+constexpr std::string_view temporaryPattern = ".vellory.XXXXXX";
+
+bool isTemporaryName(std::string_view name) {
+    const std::size_t fixed = temporaryPattern.find('X');
+    return name.size() == temporaryPattern.size() &&
+           name.starts_with(temporaryPattern.substr(0, fixed)) &&
+           std::ranges::all_of(name.substr(fixed), [](char c) {
+               return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+           });
+}
 
 std::unexpected<std::error_code> lastError() {
     return std::unexpected(std::error_code(errno, std::generic_category()));
@@ -93,7 +107,7 @@ std::expected<void, std::error_code> replace(const fs::path& destination, std::s
     const fs::path folder = destination.has_parent_path() ? destination.parent_path() : ".";
 
     // Not made of the file's own name, which may be as long as names can be.
-    std::string pattern = (folder / ".vellory.XXXXXX").string();
+    std::string pattern = (folder / temporaryPattern).string();
     Descriptor output(::mkostemp(pattern.data(), O_CLOEXEC));
     if (!output.isOpen()) {
         return lastError();
@@ -122,6 +136,46 @@ std::expected<void, std::error_code> replace(const fs::path& destination, std::s
         ::fsync(parent.get());
     }
     return {};
+}
+
+fs::path unreadableCopy(const fs::path& file, int number) {
+    fs::path copy = file;
+    copy += number == 1 ? ".unreadable" : "." + std::to_string(number) + ".unreadable";
+    return copy;
+}
+
+bool isTaken(const fs::path& file) {
+    std::error_code error;
+    return fs::exists(fs::symlink_status(file, error));
+}
+
+bool holdTheSame(const fs::path& a, const fs::path& b) {
+    std::error_code error;
+    if (fs::equivalent(a, b, error)) {
+        return true;
+    }
+    const auto content = read(a);
+    return content && content == read(b);
+}
+
+/// Gives the content of `file` the name `copy` as well. A failure must not keep the program from
+/// going on.
+void copyBeside(const fs::path& file, const fs::path& copy) {
+    // A copy that is cut short (a full disk) would be taken for a whole one: it gets its name when
+    // it is complete. A second name for the file needs neither space nor permission to read, and
+    // serves as well, because files are only ever replaced whole.
+    fs::path unfinished = copy;
+    unfinished += ".part";
+    std::error_code error;
+    fs::copy_file(file, unfinished, fs::copy_options::overwrite_existing, error);
+    if (!error) {
+        fs::rename(unfinished, copy, error);
+    }
+    if (error) {
+        std::error_code ignored;
+        fs::remove(unfinished, ignored);
+        fs::create_hard_link(fs::canonical(file, ignored), copy, ignored);
+    }
 }
 
 } // namespace
@@ -183,26 +237,41 @@ std::expected<void, std::error_code> createFolder(const fs::path& folder) {
 }
 
 void keepUnreadable(const fs::path& file) {
-    fs::path kept = file;
-    kept += ".unreadable";
-    fs::path unfinished = kept;
-    unfinished += ".part";
     std::error_code error;
-    if (!fs::is_regular_file(file, error) || fs::exists(fs::symlink_status(kept, error))) {
+    if (!fs::is_regular_file(file, error)) {
         return;
     }
-    // A copy that fails must not keep the program from going on. One that is cut short (a full
-    // disk) would stand in the way of a whole one: it gets its name when it is complete. A second
-    // name for the file needs neither space nor permission to read, and serves as well, because
-    // files are only ever replaced whole.
-    fs::copy_file(file, unfinished, fs::copy_options::overwrite_existing, error);
-    if (!error) {
-        fs::rename(unfinished, kept, error);
+    int newest = mostUnreadableCopies;
+    while (newest > 0 && !isTaken(unreadableCopy(file, newest))) {
+        --newest;
     }
-    if (error) {
-        std::error_code ignored;
-        fs::remove(unfinished, ignored);
-        fs::create_hard_link(fs::canonical(file, ignored), kept, ignored);
+    if (newest > 0 && holdTheSame(file, unreadableCopy(file, newest))) {
+        return;
+    }
+    if (newest == mostUnreadableCopies) {
+        // The second oldest goes; each newer one takes the number before its own.
+        for (int number = 3; number <= mostUnreadableCopies; ++number) {
+            fs::rename(unreadableCopy(file, number), unreadableCopy(file, number - 1), error);
+        }
+        --newest;
+    }
+    copyBeside(file, unreadableCopy(file, newest + 1));
+}
+
+void removeUnfinished(const fs::path& folder, Date before) {
+    std::error_code error;
+    std::vector<fs::path> unfinished;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        struct stat info{};
+        if (isTemporaryName(entry->path().filename().string()) &&
+            ::lstat(entry->path().c_str(), &info) == 0 && S_ISREG(info.st_mode) &&
+            Date::since1970(static_cast<double>(info.st_mtim.tv_sec)) < before) {
+            unfinished.push_back(entry->path());
+        }
+    }
+    for (const fs::path& file : unfinished) {
+        fs::remove(file, error);
     }
 }
 

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "Support/Date.h"
+
 /// The only way in which files are written, and the usual way in which they are read whole.
 namespace vellory::AtomicFile {
 
@@ -37,8 +39,17 @@ std::expected<void, std::error_code> writeProgram(const std::filesystem::path& f
 /// Creates `folder` and its missing parents.
 std::expected<void, std::error_code> createFolder(const std::filesystem::path& folder);
 
-/// Copies a file that could not be understood to `<file>.unreadable`, unless such a copy is there
-/// already (the oldest copy is the one closest to what was lost). Does nothing without `file`.
+/// How many copies `keepUnreadable` leaves of one file.
+inline constexpr int mostUnreadableCopies = 5;
+
+/// Copies a file that could not be understood to `<file>.unreadable`, and when that is another such
+/// file to `<file>.2.unreadable` and so on, unless the newest of them is the very same already. Of
+/// more than `mostUnreadableCopies` the first, which is closest to what was lost, and the newest
+/// are kept. Does nothing without `file`.
 void keepUnreadable(const std::filesystem::path& file);
+
+/// Deletes the temporary files directly in `folder` that a `write` cut short has left there, of
+/// those last written before `before`.
+void removeUnfinished(const std::filesystem::path& folder, Date before);
 
 } // namespace vellory::AtomicFile

@@ -17,8 +17,8 @@ namespace vellory::JsonFile {
 inline constexpr std::size_t defaultLimit = 16U * 1024U * 1024U;
 
 /// The record in `file`; nothing when the file is missing, too large or holds something else. A
-/// file that was read but not understood is copied to `<file>.unreadable` before anyone writes over
-/// it.
+/// file that was read but not understood is kept beside (see `AtomicFile::keepUnreadable`) before
+/// anyone writes over it.
 template <class Record>
 std::optional<Record> load(const std::filesystem::path& file, std::size_t limit = defaultLimit) {
     const auto text = AtomicFile::read(file, limit);

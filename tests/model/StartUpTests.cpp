@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <fcntl.h>
+#include <sys/stat.h>
+
 #include <gmock/gmock.h>
 
 #include "model/World.h"
 
 namespace vellory::test {
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::IsSupersetOf;
+using testing::Not;
 
 TEST(StartUp, TheFirstRunSortsTheAppsIntoFoldersByCategoryAndWelcomesTheUser) {
     World world;
@@ -89,6 +95,48 @@ TEST(StartUp, AScanThatFindsNothingDoesNotEmptyTheBoard) {
     world.install({"a", "b", "c"});
     world.model->rescan();
     EXPECT_EQ(world.grid(), "[Work: a b] c") << "back where they were";
+
+    world.model->saveLayout("Mine");
+    world.model->sortAlphabetically();
+    const std::string sorted = world.onDisk();
+    const auto before = world.model->snapshots().front();
+    world.catalogue.installed.clear();
+    world.model->rescan();
+    EXPECT_EQ(world.onDisk(), sorted);
+    world.model->autoFolders();
+    EXPECT_EQ(world.onDisk(), sorted);
+    world.model->restore(before);
+    EXPECT_EQ(world.onDisk(), "[Work: a b] c");
+    world.model->moveToEnd("folder:" + uuid(1).string());
+    world.model->loadSavedLayout("Mine");
+    EXPECT_EQ(world.onDisk(), "[Work: a b] c");
+}
+
+TEST(StartUp, WhatAKilledProgramLeftHalfWrittenGoesAfterADay) {
+    World world;
+    const auto leave = [&](const std::string& name, double hoursAgo) {
+        const auto file = world.folder.write(std::filesystem::path("vellory") / name, "half");
+        const timespec at{
+            static_cast<time_t>(world.clock.time.secondsSince1970() - hoursAgo * 3600), 0};
+        const timespec times[] = {at, at};
+        ASSERT_EQ(::utimensat(AT_FDCWD, file.c_str(), times, 0), 0);
+    };
+    for (const char* name :
+         {".vellory.aB3xY9", "LayoutHistory/.vellory.aB3xY9", "Icons/.vellory.000000",
+          ".vellory.notours", ".vellory.aB3-Y9", "Other/.vellory.aB3xY9"}) {
+        leave(name, 25);
+    }
+    leave(".vellory.young1", 23);
+    std::filesystem::create_directories(world.paths().support() / ".vellory.folder");
+    std::filesystem::create_symlink("nowhere", world.paths().support() / ".vellory.linked");
+    world.startWith({"a"}, board({app("a")}));
+    EXPECT_THAT(namesIn(world.paths().support()),
+                IsSupersetOf({".vellory.aB3-Y9", ".vellory.folder", ".vellory.linked",
+                              ".vellory.notours", ".vellory.young1", "layout.json"}));
+    EXPECT_THAT(namesIn(world.paths().support()), Not(Contains(".vellory.aB3xY9")));
+    EXPECT_THAT(namesIn(world.paths().layoutHistory()), IsEmpty());
+    EXPECT_THAT(namesIn(world.paths().icons()), IsEmpty());
+    EXPECT_THAT(namesIn(world.paths().support() / "Other"), ElementsAre(".vellory.aB3xY9"));
 }
 
 TEST(StartUp, TheDockIconFollowsTheSettingAlsoLater) {

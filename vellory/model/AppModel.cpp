@@ -17,6 +17,12 @@ namespace vellory {
 namespace {
 
 constexpr double tickInterval = 60.0;
+/// What is half written for longer is written no more, in seconds.
+constexpr double unfinishedAge = 24.0 * 3600;
+
+double minuteOf(Date date) {
+    return std::floor(date.secondsSince1970() / tickInterval);
+}
 
 /// A time in which no minute begins twice, however early a timer comes.
 double untilNextMinute(Date now) {
@@ -103,6 +109,9 @@ void AppModel::start() {
     }
     // A folder that cannot be made shows when the first file in it cannot be written.
     std::ignore = AtomicFile::createFolder(environment_.paths.support());
+    for (const std::filesystem::path& folder : environment_.paths.folders()) {
+        AtomicFile::removeUnfinished(folder, ports_.clock.now() - unfinishedAge);
+    }
     onPrefChanged("showInDock");
     learned_.load();
     workspaces_.load();

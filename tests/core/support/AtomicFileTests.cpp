@@ -146,17 +146,28 @@ TEST(AtomicFile, CreatesFoldersWithTheirParents) {
               std::errc::not_a_directory);
 }
 
-TEST(AtomicFile, KeepsTheOldestUnreadableCopy) {
+TEST(AtomicFile, KeepsTheFirstAndTheNewestUnreadableCopies) {
     const TemporaryFolder folder;
     const fs::path file = folder.path() / "file";
     AtomicFile::keepUnreadable(file);
     EXPECT_THAT(namesIn(folder.path()), ElementsAre());
-    folder.write("file", "first");
-    AtomicFile::keepUnreadable(file);
-    folder.write("file", "second");
-    AtomicFile::keepUnreadable(file);
+    for (const char* text : {"first", "first", "second", "second"}) {
+        folder.write("file", text);
+        AtomicFile::keepUnreadable(file);
+    }
     EXPECT_EQ(contentOf(folder.path() / "file.unreadable"), "first");
-    EXPECT_THAT(namesIn(folder.path()), ElementsAre("file", "file.unreadable"));
+    EXPECT_EQ(contentOf(folder.path() / "file.2.unreadable"), "second");
+    EXPECT_THAT(namesIn(folder.path()),
+                ElementsAre("file", "file.2.unreadable", "file.unreadable"));
+
+    for (const char* text : {"third", "fourth", "fifth", "sixth", "seventh"}) {
+        folder.write("file", text);
+        AtomicFile::keepUnreadable(file);
+    }
+    EXPECT_EQ(contentOf(folder.path() / "file.unreadable"), "first");
+    EXPECT_EQ(contentOf(folder.path() / "file.2.unreadable"), "fourth");
+    EXPECT_EQ(contentOf(folder.path() / "file.5.unreadable"), "seventh");
+    EXPECT_EQ(namesIn(folder.path()).size(), 1U + AtomicFile::mostUnreadableCopies);
 }
 
 TEST(AtomicFile, AnUnreadableFileIsKeptWholeOnAFullDisk) {

@@ -160,7 +160,7 @@ TEST(Workspace, SavedListsLoadAgain) {
     EXPECT_FALSE(exists(file.parent_path() / "workspaces.json.unreadable"));
 }
 
-TEST(Workspace, UnreadableFileLoadsAsNoneAndIsKeptOnceWhenOverwritten) {
+TEST(Workspace, UnreadableFileLoadsAsNoneAndIsKeptWhenOverwritten) {
     const TemporaryFolder folder;
     const auto file = folder.path() / "workspaces.json";
     const auto kept = folder.path() / "workspaces.json.unreadable";
@@ -176,7 +176,8 @@ TEST(Workspace, UnreadableFileLoadsAsNoneAndIsKeptOnceWhenOverwritten) {
     }
     folder.write("workspaces.json", "another accident");
     ASSERT_TRUE(Workspace::save({writing()}, file));
-    EXPECT_NE(AtomicFile::read(kept), "another accident");
+    EXPECT_NE(AtomicFile::read(kept), "another accident") << "the first stays";
+    EXPECT_EQ(test::contentOf(folder.path() / "workspaces.json.2.unreadable"), "another accident");
 }
 
 TEST(Workspace, ListThatCouldNotBeReadBackIsRefused) {
