@@ -304,6 +304,16 @@ TEST_F(ProgramTest, AppsThatAreStartedByHandAreLoggedOnceEach) {
     EXPECT_EQ(HabitLog::load(support() / "habits.json").events.size(), 5U);
 }
 
+// Whatever is under way in the background then.
+TEST_F(ProgramTest, ItEndsCleanlyAtAnyMomentAfterItIsSeen) {
+    for (const char* moment : {"apps", "apps", "apps", "settled"}) {
+        Process program(vellory());
+        ASSERT_TRUE(program.lineWith(moment));
+        program.signal(SIGTERM);
+        EXPECT_EQ(program.waitForEnd(), 0) << program.said();
+    }
+}
+
 TEST_F(ProgramTest, ASecondStartBringsTheFirstBackAndEnds) {
     Process program(vellory());
     ASSERT_TRUE(program.lineWith("apps"));

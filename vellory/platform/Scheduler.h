@@ -37,7 +37,7 @@ class Scheduler {
     [[nodiscard]] virtual Handle every(double seconds, Task task) = 0;
 
     /// Runs `work` on another thread and then what it returned on the main thread. What `work`
-    /// captures must be values or outlive the scheduler.
+    /// captures must be values or ports: those live until no work runs any more.
     virtual void inBackground(std::function<Task()> work) = 0;
 };
 

@@ -9,6 +9,7 @@
 #include <QIcon>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QScopeGuard>
 #include <QTimeZone>
 #include <QTimer>
 
@@ -258,6 +259,8 @@ int run(CommandLine options, const char* program) {
     QtSettings settings(folders.settings);
     ImageFileChooser imageChooser;
     LinuxPlatform platform(start, folders, loop, scheduler);
+    // Work that is under way asks the platform, whoever began it and has gone by then.
+    const auto backgroundEnds = qScopeGuard([&] { scheduler.endBackground(); });
 
     AppModel model({.catalogue = platform.catalogue(),
                     .runningApps = platform.runningApps(),

@@ -3,8 +3,11 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <memory>
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QTimer>
 
 namespace vellory {
@@ -17,7 +20,9 @@ class TimerHandle final : public Scheduler::Pending {
         : task_(std::make_shared<Scheduler::Task>(std::move(task))) {
         constexpr double longest = 20.0 * 24 * 3600; // what a Qt timer can count
         const double bounded = std::clamp(seconds, 0.0, longest);
-        timer_.setInterval(std::chrono::milliseconds(static_cast<std::int64_t>(bounded * 1000)));
+        // Rounded up: a moment that has not come yet would be waited for once more.
+        timer_.setInterval(
+            std::chrono::milliseconds(static_cast<std::int64_t>(std::ceil(bounded * 1000))));
         timer_.setSingleShot(!repeats);
         // A minute's tick may drift with others to spare wake-ups; what is short is meant
         // precisely.
@@ -44,8 +49,14 @@ QtScheduler::QtScheduler(QObject* parent) : QObject(parent) {
 }
 
 QtScheduler::~QtScheduler() {
+    endBackground();
+}
+
+void QtScheduler::endBackground() {
+    hasEnded_ = true;
     pool_.clear();
     pool_.waitForDone();
+    QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
 }
 
 Scheduler::Handle QtScheduler::after(double seconds, Task task) {
@@ -57,6 +68,9 @@ Scheduler::Handle QtScheduler::every(double seconds, Task task) {
 }
 
 void QtScheduler::inBackground(std::function<Task()> work) {
+    if (hasEnded_) {
+        return;
+    }
     pool_.start([this, work = std::move(work)] {
         Task finish = work();
         if (finish) {

@@ -20,8 +20,13 @@ class QtScheduler final : public QObject, public Scheduler {
 
   public:
     explicit QtScheduler(QObject* parent = nullptr);
-    /// Waits for work that has begun; results that come after this are dropped.
+    /// As `endBackground`.
     ~QtScheduler() override;
+
+    /// Waits for background work that has begun. What waits for its turn is dropped, and so are all
+    /// results that have not been handed over and all work that comes later: from here on what work
+    /// refers to may go.
+    void endBackground();
 
     Handle after(double seconds, Task task) override;
     Handle every(double seconds, Task task) override;
@@ -29,6 +34,7 @@ class QtScheduler final : public QObject, public Scheduler {
 
   private:
     QThreadPool pool_;
+    bool hasEnded_ = false;
 };
 
 } // namespace vellory
