@@ -81,6 +81,35 @@ class CatalogueTest : public testing::Test {
     std::optional<LinuxAppCatalogue> catalogue;
 };
 
+// Followed to the end, each of these has millions of ways through it.
+TEST_F(CatalogueTest, FoldersAreLookedIntoOnceHoweverManyLinksLeadThere) {
+    system("app.desktop", entry("app"));
+    const fs::path root = folder.path() / "system/applications";
+    for (int i = 0; i < 20; ++i) {
+        fs::create_directory_symlink(".", root / ("self" + std::to_string(i)));
+    }
+    for (int level = 0; level < 6; ++level) {
+        const fs::path from = root / ("level" + std::to_string(level));
+        fs::create_directories(from);
+        for (int i = 0; i < 20 && level < 5; ++i) {
+            fs::create_directory_symlink("../level" + std::to_string(level + 1),
+                                         from / std::to_string(i));
+        }
+    }
+    system("level5/deep.desktop", entry("deep"));
+    folder.write("elsewhere/linked.desktop", entry("linked"));
+    fs::create_directory_symlink(folder.path() / "elsewhere", root / "a");
+    EXPECT_THAT(ids(), ElementsAre("a-linked", "app", "level5-deep"));
+    EXPECT_EQ(catalogue->scannedFolders().size(), ownRoots().size() + 6U + 1U)
+        << "the roots, the levels and what a link leads to";
+
+    for (int i = 0; i < 600; ++i) {
+        fs::create_directories(root / "many" / std::to_string(i));
+    }
+    EXPECT_THAT(ids(), ElementsAre("app", "level5-deep"));
+    EXPECT_LT(catalogue->scannedFolders().size(), 600U);
+}
+
 TEST_F(CatalogueTest, OnlyWhatMenusWouldShowIsListed) {
     struct Row {
         const char* id;

@@ -260,6 +260,18 @@ TEST_F(ProgramTest, AnAppThatIsInstalledAppearsAtTheEndWithItsNotice) {
     EXPECT_EQ(lastTile(), "app:aardvark");
 }
 
+// As on a fresh account.
+TEST_F(ProgramTest, AFolderOfAppsThatWasMissingIsSeenToCome) {
+    const auto own = session.environment().dataHome() / "applications";
+    const auto aside = session.folder().path() / "aside";
+    std::filesystem::rename(own, aside);
+    Process program(vellory());
+    ASSERT_EQ(program.lineWith("apps"), "0 apps");
+    ASSERT_TRUE(program.lineWith("settled"));
+    std::filesystem::rename(aside, own);
+    EXPECT_EQ(program.lineWith("notice"), "notice 3 new apps added");
+}
+
 // From a terminal or a panel, whatever windows they show; and all is kept when the session ends.
 TEST_F(ProgramTest, AppsThatAreStartedByHandAreLoggedOnceEach) {
     const std::filesystem::path gate = session.folder().path() / "gate";

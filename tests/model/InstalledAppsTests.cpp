@@ -116,6 +116,20 @@ TEST(InstalledApps, ExtraFoldersAreScannedLastAndWatchedFromThenOn) {
     EXPECT_EQ(world.grid(), "a extra");
 }
 
+TEST(InstalledApps, EveryScanWatchesWhereItLooked) {
+    World world;
+    world.startWith({"a"}, board({app("a")}));
+    world.catalogue.subfolders = {"/apps/wine"};
+    const std::size_t before = world.folderWatcher.watched.size();
+    world.folderWatcher.changed();
+    world.scheduler.advance(2);
+    ASSERT_EQ(world.folderWatcher.watched.size(), before + 1);
+    EXPECT_THAT(world.folderWatcher.watched.back(), ElementsAre("/apps", "/apps/wine"));
+    world.model->rescan();
+    EXPECT_EQ(world.folderWatcher.watched.size(), before + 2)
+        << "a folder may be another one under the same name";
+}
+
 TEST(InstalledApps, AWatcherThatOutlivesTheModelTellsNobody) {
     World world;
     world.startWith({"a"}, board({app("a")}));

@@ -33,7 +33,8 @@ namespace vellory::test {
 class FakeAppCatalogue final : public AppCatalogue {
   public:
     std::vector<std::filesystem::path> defaultRoots{"/apps"};
-    std::vector<InstalledApp> installed; ///< in the order in which a scan finds them
+    std::vector<std::filesystem::path> subfolders; ///< that scans look into beside the roots
+    std::vector<InstalledApp> installed;           ///< in the order in which a scan finds them
     std::map<BundleID, std::string> categories;
     std::map<BundleID, AppInfo> infos;
     std::map<BundleID, std::vector<AppAction>> actionsOf;
@@ -57,6 +58,11 @@ class FakeAppCatalogue final : public AppCatalogue {
     std::vector<InstalledApp> scan(const std::vector<std::filesystem::path>& roots) override {
         scans.push_back(roots);
         return installed;
+    }
+    std::vector<std::filesystem::path> scannedFolders() const override {
+        auto folders = scans.back();
+        folders.insert(folders.end(), subfolders.begin(), subfolders.end());
+        return folders;
     }
     std::optional<std::string> category(const InstalledApp& app) const override {
         return find(categories, app.bundleID);

@@ -118,7 +118,6 @@ void AppModel::start() {
     scanApps();
     loadBoard();
     learned_.begin();
-    watchAppFolders();
     observeApps();
     refreshBadges();
     workspaceShortcuts_.apply();
@@ -149,6 +148,8 @@ void AppModel::scanApps() {
             order.push_back(std::move(found.bundleID));
         }
     }
+    // At once: what comes from here on is told.
+    rescanner_.watch(ports_.catalogue.scannedFolders());
     const bool isNew = apps != apps_ || order != installedOrder_;
     apps_ = std::move(apps);
     installedOrder_ = std::move(order);
@@ -177,9 +178,6 @@ void AppModel::rescan() {
     if (apps_ != before) {
         reconcile("Apps changed");
     }
-    if (isStarted()) {
-        watchAppFolders();
-    }
 }
 
 void AppModel::reconcile(const std::optional<std::string>& reason) {
@@ -195,10 +193,6 @@ void AppModel::reconcile(const std::optional<std::string>& reason) {
                                      : std::to_string(added.size()) + " new apps added";
         Q_EMIT noticePosted(Notice::confirmation(text, "plus.app"));
     }
-}
-
-void AppModel::watchAppFolders() {
-    rescanner_.watch(ports_.catalogue.roots(prefs_.extraFolders()));
 }
 
 void AppModel::observeApps() {

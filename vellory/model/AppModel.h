@@ -58,7 +58,7 @@ class AppModel : public QObject {
     /// Whether the board has been loaded. Until then no edit is made and nothing is saved.
     bool isStarted() const { return document_.isLoaded(); }
 
-    /// Looks for installed apps again; the board stays as it is.
+    /// Looks for installed apps again, and watches where it looked; the board stays as it is.
     void scanApps();
     /// Makes the words by which each installed app is found. Part of every scan.
     void buildKeywords();
@@ -263,7 +263,6 @@ class AppModel : public QObject {
     void loadBoard();
     /// Drops from the board what is gone and adds what is new.
     void reconcile(const std::optional<std::string>& reason);
-    void watchAppFolders();
     void observeApps();
     void onWorkspacesChanged();
     void scheduleTick();

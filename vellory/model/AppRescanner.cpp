@@ -14,11 +14,7 @@ AppRescanner::~AppRescanner() {
 }
 
 void AppRescanner::watch(const std::vector<std::filesystem::path>& folders) {
-    if (folders == folders_) {
-        return;
-    }
-    folders_ = folders;
-    watcher_.watch(folders_, [this] { pending_ = scheduler_.after(quietPeriod, rescan_); });
+    watcher_.watch(folders, [this] { pending_ = scheduler_.after(quietPeriod, rescan_); });
 }
 
 } // namespace vellory

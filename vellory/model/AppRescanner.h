@@ -22,14 +22,13 @@ class AppRescanner {
     AppRescanner(const AppRescanner&) = delete;
     AppRescanner& operator=(const AppRescanner&) = delete;
 
-    /// Watches these folders from now on; nothing happens when they are watched already.
+    /// Watches these folders from now on.
     void watch(const std::vector<std::filesystem::path>& folders);
 
   private:
     FolderWatcher& watcher_;
     Scheduler& scheduler_;
     std::function<void()> rescan_;
-    std::vector<std::filesystem::path> folders_;
     Scheduler::Handle pending_;
 };
 

@@ -44,6 +44,10 @@ class AppCatalogue {
     /// the order of the user's language. A root that cannot be read contributes nothing.
     virtual std::vector<InstalledApp> scan(const std::vector<std::filesystem::path>& roots) = 0;
 
+    /// The folders that the last scan looked into, and those of its roots that do not exist: where
+    /// apps come and go.
+    virtual std::vector<std::filesystem::path> scannedFolders() const = 0;
+
     /// The app's App Store category, such as "public.app-category.developer-tools".
     virtual std::optional<std::string> category(const InstalledApp& app) const = 0;
 

@@ -13,7 +13,8 @@ class FolderWatcher {
     virtual ~FolderWatcher() = default;
 
     /// Watches `folders` in place of those watched before; `changed` is called for every event,
-    /// also in bursts. Folders that are missing or may not be read are passed over.
+    /// also in bursts. That a folder comes that was missing, or could not be read, is an event as
+    /// well. Asking for the same folders again costs little.
     virtual void watch(const std::vector<std::filesystem::path>& folders,
                        std::function<void()> changed) = 0;
 };

@@ -22,11 +22,11 @@
 #include "platform/linux/EndSignals.h"
 #include "platform/linux/InstanceSocket.h"
 #include "platform/linux/LinkServer.h"
+#include "platform/linux/LinuxFolderWatcher.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/WindowActivation.h"
 #include "platform/qt/QtDisplays.h"
 #include "platform/qt/QtEventLoop.h"
-#include "platform/qt/QtFolderWatcher.h"
 #include "platform/qt/QtScheduler.h"
 #include "platform/qt/QtSettings.h"
 #include "shell/CommandLine.h"
@@ -253,7 +253,7 @@ int run(CommandLine options, const char* program) {
     QtScheduler scheduler;
     SystemClock clock;
     QtEventLoop loop;
-    QtFolderWatcher folderWatcher;
+    LinuxFolderWatcher folderWatcher(loop);
     QtDisplays displays;
     const LinuxPlatform::Folders folders = start.folders(options.support);
     QtSettings settings(folders.settings);

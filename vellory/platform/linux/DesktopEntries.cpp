@@ -3,6 +3,9 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
+
+#include <sys/stat.h>
 
 #include <gio/gdesktopappinfo.h>
 
@@ -16,8 +19,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Folders within a root; also what ends a symbolic link to a folder above itself.
 constexpr int maxFolderDepth = 6;
+/// Folders within all roots together; honest systems have a dozen.
+constexpr std::size_t maxFoldersSeen = 500;
 constexpr std::size_t maxEntries = 20'000;
 /// Categories or types of one entry; office suites open about a hundred types.
 constexpr std::size_t maxListed = 500;
@@ -40,40 +44,91 @@ bool isPlainName(std::string_view name) {
            });
 }
 
-/// Lists the entries below `folder`, whose ids begin with `prefix`: files before folders, each in
-/// the order of their names, so that of two files with one id always the same one is met first.
-void collect(const fs::path& folder, const std::string& prefix, int depth,
-             std::vector<Found>& out) {
-    std::error_code error;
-    std::vector<std::string> files;
-    std::vector<std::string> folders;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
-         entry.increment(error)) {
-        std::string name = entry->path().filename().string();
-        if (!isPlainName(name)) {
-            continue;
-        }
-        std::error_code ignored;
-        if (name.ends_with(entrySuffix) && name.size() > entrySuffix.size()) {
-            files.push_back(std::move(name));
-        } else if (!name.starts_with('.') && entry->is_directory(ignored)) {
-            folders.push_back(std::move(name));
-        }
-        if (files.size() + folders.size() + out.size() > maxEntries) {
-            break;
+/// Looks for entries below one root.
+class Walk {
+  public:
+    /// `folders` are those that have been looked into, below other roots too.
+    Walk(const fs::path& root, std::vector<fs::path>& folders) : folders_(folders) {
+        lookInto({root, "", 0});
+        // Not before: an app keeps the id that it has by its own folder.
+        for (std::size_t i = 0; i < links_.size(); ++i) {
+            if (folders_.size() < maxFoldersSeen) {
+                lookInto(Folder(links_[i]));
+            }
         }
     }
-    std::ranges::sort(files);
-    std::ranges::sort(folders);
-    for (const std::string& name : files) {
-        out.push_back({prefix + name.substr(0, name.size() - entrySuffix.size()), folder / name});
-    }
-    for (const std::string& name : folders) {
-        if (depth < maxFolderDepth) {
-            collect(folder / name, prefix + name + '-', depth + 1, out);
+
+    const std::vector<Found>& found() const { return found_; }
+
+  private:
+    struct Folder {
+        fs::path path;
+        std::string prefix; ///< what the ids of its entries begin with
+        int depth;
+    };
+    struct Content {
+        std::vector<std::string> files;
+        std::vector<std::string> folders;
+    };
+
+    /// Files before folders, each in the order of their names, so that of two files with one id
+    /// always the same one is met first.
+    void lookInto(const Folder& folder) {
+        struct stat info{};
+        const bool exists = ::stat(folder.path.c_str(), &info) == 0;
+        // Symbolic links may lead into one folder any number of times, also from within itself.
+        if (exists && !visited_.emplace(info.st_dev, info.st_ino).second) {
+            return;
+        }
+        folders_.push_back(folder.path);
+        const Content content = list(folder.path);
+        for (const std::string& name : content.files) {
+            found_.push_back({folder.prefix + name.substr(0, name.size() - entrySuffix.size()),
+                              folder.path / name});
+        }
+        for (const std::string& name : content.folders) {
+            Folder within{folder.path / name, folder.prefix + name + '-', folder.depth + 1};
+            std::error_code ignored;
+            if (within.depth > maxFolderDepth || folders_.size() >= maxFoldersSeen) {
+                break;
+            }
+            if (!fs::is_symlink(within.path, ignored)) {
+                lookInto(within);
+            } else if (links_.size() < maxEntries) {
+                links_.push_back(std::move(within));
+            }
         }
     }
-}
+
+    Content list(const fs::path& folder) const {
+        Content content;
+        std::error_code error;
+        for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+             entry.increment(error)) {
+            std::string name = entry->path().filename().string();
+            if (!isPlainName(name)) {
+                continue;
+            }
+            std::error_code ignored;
+            if (name.ends_with(entrySuffix) && name.size() > entrySuffix.size()) {
+                content.files.push_back(std::move(name));
+            } else if (!name.starts_with('.') && entry->is_directory(ignored)) {
+                content.folders.push_back(std::move(name));
+            }
+            if (content.files.size() + content.folders.size() + found_.size() > maxEntries) {
+                break;
+            }
+        }
+        std::ranges::sort(content.files);
+        std::ranges::sort(content.folders);
+        return content;
+    }
+
+    std::vector<fs::path>& folders_;
+    std::set<std::pair<dev_t, ino_t>> visited_;
+    std::vector<Folder> links_; ///< to folders, not looked into yet
+    std::vector<Found> found_;
+};
 
 /// Whether the entry wants to be in the menus of the desktop with these names: the first name that
 /// either of its two lists mentions decides.
@@ -191,12 +246,12 @@ std::vector<fs::path> DesktopEntries::mimeFolders() const {
 
 void DesktopEntries::read(const std::vector<fs::path>& roots) {
     entries_.clear();
+    folders_.clear();
     ++revision_;
     std::set<BundleID> settled;
     for (const fs::path& root : roots) {
-        std::vector<Found> found;
-        collect(root, "", 0, found);
-        for (const Found& candidate : found) {
+        const Walk walk(root, folders_);
+        for (const Found& candidate : walk.found()) {
             if (settled.contains(candidate.id)) {
                 continue;
             }

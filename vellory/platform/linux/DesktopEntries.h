@@ -57,6 +57,10 @@ class DesktopEntries {
     /// As the last `read` found them; none before the first.
     const std::map<BundleID, DesktopEntry>& lastRead() const { return entries_; }
 
+    /// The folders that the last `read` looked into: its roots, also those that do not exist, and
+    /// the folders within them.
+    const std::vector<std::filesystem::path>& folders() const { return folders_; }
+
     /// Grows with every `read`: whoever derives something from `all` sees that it is out of date.
     unsigned revision() const { return revision_; }
 
@@ -64,6 +68,7 @@ class DesktopEntries {
     Options options_;
     std::vector<std::string> desktopNames_;
     std::map<BundleID, DesktopEntry> entries_;
+    std::vector<std::filesystem::path> folders_;
     unsigned revision_ = 0;
 };
 

@@ -82,6 +82,10 @@ std::vector<InstalledApp> LinuxAppCatalogue::scan(const std::vector<fs::path>& r
     return apps;
 }
 
+std::vector<fs::path> LinuxAppCatalogue::scannedFolders() const {
+    return entries_->folders();
+}
+
 std::optional<std::string> LinuxAppCatalogue::category(const InstalledApp& app) const {
     const glib::KeyFile entry = DesktopEntryFile::load(app.url);
     if (entry == nullptr) {

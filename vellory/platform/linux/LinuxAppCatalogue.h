@@ -22,6 +22,7 @@ class LinuxAppCatalogue final : public AppCatalogue {
     std::vector<std::filesystem::path>
     roots(const std::vector<std::filesystem::path>& extraFolders) const override;
     std::vector<InstalledApp> scan(const std::vector<std::filesystem::path>& roots) override;
+    std::vector<std::filesystem::path> scannedFolders() const override;
     std::optional<std::string> category(const InstalledApp& app) const override;
     AppInfo info(const InstalledApp& app) const override;
     std::vector<AppAction> actions(const InstalledApp& app) const override;
