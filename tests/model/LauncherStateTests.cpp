@@ -232,6 +232,22 @@ TEST(Activating, AFolderThatIsGoneIsNoLongerOpen) {
     EXPECT_EQ(launcher.items(), "a d");
 }
 
+TEST(Activating, OnlyAFolderOnTheGridOpens) {
+    Launcher launcher({"a", "b", "c", "d"}, folderBoard());
+    launcher->setOpenFolder(uuid(77));
+    EXPECT_EQ(launcher->openFolder(), std::nullopt);
+    launcher.press(Qt::Key_F2);
+    EXPECT_EQ(launcher->renaming(), std::nullopt);
+    launcher->setOpenFolder(uuid(1));
+    launcher->setOpenFolder(uuid(77));
+    EXPECT_EQ(launcher->openFolder(), uuid(1));
+    launcher.press(Qt::Key_F2);
+    EXPECT_EQ(launcher->renaming(), "folder:" + uuid(1).string());
+    launcher.model->hide({"b", "c"});
+    launcher->setOpenFolder(uuid(1));
+    EXPECT_EQ(launcher->openFolder(), std::nullopt) << "there is nothing in it to show";
+}
+
 TEST(Activating, AFolderPagesByTwentyApps) {
     std::vector<BundleID> ids;
     for (int i = 0; i < 21; ++i) {

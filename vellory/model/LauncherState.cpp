@@ -144,6 +144,9 @@ void LauncherState::setQuery(const std::string& query) {
 
 void LauncherState::setOpenFolder(const std::optional<Uuid>& folder) {
     const std::optional<Uuid> before = openFolder_;
+    if (folder && !model_.visibleFolder(*folder)) {
+        return;
+    }
     if (!assign(openFolder_, folder, &LauncherState::openFolderChanged)) {
         return;
     }

@@ -107,7 +107,7 @@ bool LauncherState::handleKey(const KeyPress& press) {
         if (const Tile* tile = highlighted()) {
             beginRenaming(tile->id());
         } else if (openFolder_) {
-            beginRenaming(Tile(*model_.board().folder(*openFolder_)).id());
+            beginRenaming(std::string(Tile::folderPrefix) + openFolder_->string());
         }
         return true;
     case KeyCommand::Kind::menu:
