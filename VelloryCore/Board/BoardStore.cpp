@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "Support/AtomicFile.h"
+#include "Support/Calendar.h"
 #include "Support/Text.h"
 
 namespace vellory {
@@ -57,10 +58,12 @@ std::optional<BoardStore::Snapshot> snapshotOf(const fs::path& file) {
     double time = 0;
     const char* const end = name.data() + separator;
     const auto [parsed, error] = std::from_chars(name.data(), end, time);
-    if (error != std::errc{} || parsed != end || !std::isfinite(time)) {
+    const Date date = Date::since1970(time / 1000.0);
+    // A time that no calendar reaches is none that a save was made at.
+    if (error != std::errc{} || parsed != end || !Calendar::covers(date)) {
         return std::nullopt;
     }
-    return BoardStore::Snapshot{Date::since1970(time / 1000.0), name.substr(separator + 1), file};
+    return BoardStore::Snapshot{date, name.substr(separator + 1), file};
 }
 
 } // namespace

@@ -218,6 +218,13 @@ TEST(BoardEdits, AnEarlierBoardIsRestoredWithTheAppsOfToday) {
     world.scheduler.advance(1);
     model.restore(model.snapshots().front());
     EXPECT_EQ(world.grid(), "b c d e new") << "restoring can be undone";
+
+    const auto steps = world.history();
+    const std::size_t told = world.notices.size();
+    world.scheduler.advance(1);
+    model.restore(model.snapshots().at(1));
+    EXPECT_EQ(world.history(), steps) << "as it is already";
+    EXPECT_EQ(world.notices.size(), told + 1);
 }
 
 TEST(BoardEdits, ChosenPicturesAreCopiedAndTheirPathsStored) {

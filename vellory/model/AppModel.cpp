@@ -24,10 +24,8 @@ double minuteOf(Date date) {
     return std::floor(date.secondsSince1970() / tickInterval);
 }
 
-/// A time in which no minute begins twice, however early a timer comes.
 double untilNextMinute(Date now) {
-    const double within = std::fmod(now.secondsSince1970(), tickInterval);
-    return tickInterval - (within < 0 ? within + tickInterval : within);
+    return (minuteOf(now) + 1) * tickInterval - now.secondsSince1970();
 }
 
 } // namespace
@@ -132,9 +130,7 @@ void AppModel::loadBoard() {
     if (!document_.load()) {
         document_.begin(editor_.autoFolderBoard());
         saveBoard(std::nullopt);
-    } else if (!installedOrder_.empty()) {
-        // A scan that found nothing at all says that nothing could be read, not that every app is
-        // gone; and what is saved here leaves no step in the history to go back to.
+    } else {
         reconcile(std::nullopt);
     }
 }
@@ -185,7 +181,7 @@ void AppModel::reconcile(const std::optional<std::string>& reason) {
         return;
     }
     Board next = board();
-    const std::vector<BundleID> added = next.reconcile(installedOrder_);
+    const std::vector<BundleID> added = bringInStep(next);
     document_.change(std::move(next), reason);
     if (!added.empty() && prefs_.hasSeenWelcome()) {
         const std::string text = added.size() == 1
@@ -224,11 +220,15 @@ void AppModel::onPrefChanged(const std::string& key) {
     }
 }
 
-// Timers come a little early or late, and later still after the machine slept.
+// Timers come a little early or late, and later still after the machine slept; and clocks are set.
 void AppModel::scheduleTick() {
-    minuteTimer_ = ports_.scheduler.after(untilNextMinute(ports_.clock.now()), [this] {
+    const Date now = ports_.clock.now();
+    minuteTimer_ = ports_.scheduler.after(untilNextMinute(now), [this, minute = minuteOf(now)] {
+        const bool hasBegun = minuteOf(ports_.clock.now()) != minute;
         scheduleTick();
-        tick();
+        if (hasBegun) {
+            tick();
+        }
     });
 }
 
@@ -251,6 +251,10 @@ void AppModel::refreshBadges() {
 const InstalledApp* AppModel::app(const BundleID& id) const {
     const auto found = apps_.find(id);
     return found == apps_.end() ? nullptr : &found->second;
+}
+
+std::vector<BundleID> AppModel::bringInStep(Board& board) const {
+    return installedOrder_.empty() ? std::vector<BundleID>{} : board.reconcile(installedOrder_);
 }
 
 std::vector<InstalledApp> AppModel::installedApps() const {

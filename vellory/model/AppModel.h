@@ -77,6 +77,10 @@ class AppModel : public QObject {
     const InstalledApp* app(const BundleID& id) const;
     /// The installed apps in the order in which they were found: by name.
     const std::vector<BundleID>& installedOrder() const { return installedOrder_; }
+    /// Drops from a board what is gone and appends what is new, which is returned. A scan that
+    /// found nothing at all says that nothing could be read, not that every app is gone: then the
+    /// board stays as it is.
+    std::vector<BundleID> bringInStep(Board& board) const;
     /// The installed apps themselves, in that order.
     std::vector<InstalledApp> installedApps() const;
     /// The apps with windows of their own that run now.
@@ -261,7 +265,7 @@ class AppModel : public QObject {
 
   private:
     void loadBoard();
-    /// Drops from the board what is gone and adds what is new.
+    /// Brings the board in step with the apps, and tells of new ones.
     void reconcile(const std::optional<std::string>& reason);
     void observeApps();
     void onWorkspacesChanged();

@@ -285,6 +285,9 @@ void BoardEditor::forgetUnusedPictures() const {
 // --- The whole board ---
 
 void BoardEditor::autoFolders() {
+    if (model_.installedOrder().empty()) {
+        return; // As for `AppModel::bringInStep`: nothing could be read.
+    }
     edit("Auto folders", "folder.badge.gearshape",
          [&](Board& next) { next.tiles = autoFolderBoard().tiles; });
 }
@@ -316,9 +319,13 @@ void BoardEditor::restore(const BoardStore::Snapshot& snapshot) {
         return;
     }
     // Apps have come and gone since; a later scan that finds nothing new would not notice.
-    std::ignore = earlier->reconcile(model_.installedOrder());
-    commit(*std::move(earlier), "Restored " + dateText(snapshot.date, environment_.calendar),
-           Notice::confirmation("Layout restored", "clock.arrow.circlepath"));
+    std::ignore = model_.bringInStep(*earlier);
+    // A change that cannot be saved says so itself; a board that is as it was then is restored too.
+    if (document_.change(*std::move(earlier),
+                         "Restored " + dateText(snapshot.date, environment_.calendar)) !=
+        BoardDocument::Change::unsaved) {
+        Q_EMIT noticePosted(Notice::confirmation("Layout restored", "clock.arrow.circlepath"));
+    }
 }
 
 void BoardEditor::saveLayout(const std::string& name) {
@@ -339,7 +346,7 @@ void BoardEditor::loadSavedLayout(const std::string& name) {
         *kept != document_.board() &&
         document_.change(*kept, LayoutTexts::switchedTo(name)) == BoardDocument::Change::unsaved;
     Board inStep = *std::move(kept);
-    std::ignore = inStep.reconcile(model_.installedOrder());
+    std::ignore = model_.bringInStep(inStep);
     document_.change(std::move(inStep), std::nullopt);
     if (!isUnsaved) {
         Q_EMIT noticePosted(Notice::confirmation(LayoutTexts::switchedTo(name)));

@@ -148,6 +148,7 @@ TEST_F(BoardStoreTest, HistoryNamesAreReadByTheirNumberAndStrangersPassedOver) {
           "1e999_Moved.json", ".json", "5_Moved.JSON", "5_Moved.json.bak"}) {
         folder.write(fs::path("vellory/LayoutHistory") / name, "{\"tiles\": []}");
     }
+    folder.write("vellory/LayoutHistory/1e300_Never.json", "{\"tiles\": []}");
     fs::create_directories(paths.layoutHistory() / "9_Folder.json" / "inside");
     fs::create_symlink("/nowhere", paths.layoutHistory() / "8_Link.json");
     std::vector<std::string> reasons;
