@@ -23,7 +23,7 @@ std::optional<int> wholeNumber(const std::string& text) {
         return std::nullopt;
     }
     if (error == std::errc::result_out_of_range) {
-        return text.starts_with('-') ? CommandLinks::leastMinutes : CommandLinks::mostMinutes;
+        return text.starts_with('-') ? WorkspaceCenter::leastMinutes : WorkspaceCenter::mostMinutes;
     }
     return number;
 }
@@ -82,9 +82,9 @@ void CommandLinks::openWorkspace(const Link& link) {
 }
 
 void CommandLinks::openFocusSession(const Link& link) {
-    const int minutes =
-        std::clamp(wholeNumber(link.queryValue("minutes").value_or("")).value_or(usualMinutes),
-                   leastMinutes, mostMinutes);
+    const int minutes = std::clamp(wholeNumber(link.queryValue("minutes").value_or(""))
+                                       .value_or(WorkspaceCenter::usualMinutes),
+                                   WorkspaceCenter::leastMinutes, WorkspaceCenter::mostMinutes);
     const std::string name = link.pathName().value_or("");
     if (const auto workspace = TriggerEngine::workspaceNamed(name, model_.workspaces().all())) {
         model_.open(*workspace, minutes);

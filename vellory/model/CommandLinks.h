@@ -19,11 +19,6 @@ class CommandLinks : public QObject {
     Q_OBJECT
 
   public:
-    /// Minutes of a focus session: when the link says none, and at least and at most.
-    static constexpr int usualMinutes = 25;
-    static constexpr int leastMinutes = 1;
-    static constexpr int mostMinutes = 600;
-
     CommandLinks(AppModel& model, LauncherState& state, QObject* parent = nullptr);
 
     /// Any text: what is no link, or another program's, is ignored; a host that is not known shows

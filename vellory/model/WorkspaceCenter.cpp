@@ -138,6 +138,30 @@ void WorkspaceCenter::makeFromOpen(Choices choices, std::function<void(const Wor
     });
 }
 
+Uuid WorkspaceCenter::create(const std::string& name) {
+    Workspace workspace;
+    workspace.id = parts_.newID();
+    workspace.name = name;
+    workspace.symbol = "rectangle.3.group";
+    parts_.workspaces.update(workspace);
+    return workspace.id;
+}
+
+void WorkspaceCenter::duplicate(const Uuid& id, const std::string& name) {
+    const auto& all = parts_.workspaces.all();
+    const auto original = std::ranges::find(all, id, &Workspace::id);
+    if (original == all.end()) {
+        return;
+    }
+    const auto place = static_cast<int>(original - all.begin()) + 1;
+    Workspace copy = *original;
+    copy.id = parts_.newID();
+    copy.name = name;
+    copy.triggers.clear();
+    parts_.workspaces.update(copy);
+    parts_.workspaces.move(copy.id, place);
+}
+
 void WorkspaceCenter::finishMaking(const OpenDesk& desk, Choices choices,
                                    const std::function<void(const Workspace&)>& done) {
     const std::string name =

@@ -30,6 +30,11 @@ class WorkspaceCenter : public QObject {
     /// How often a focus session is looked at.
     static constexpr double sessionInterval = 15.0;
 
+    /// Minutes of a focus session: when nothing else was said, and at least and at most.
+    static constexpr int usualMinutes = 25;
+    static constexpr int leastMinutes = 1;
+    static constexpr int mostMinutes = 600;
+
     /// What a workspace made of what is open takes in beside the apps.
     struct Choices {
         bool windows = false; ///< the frames of their windows
@@ -63,6 +68,11 @@ class WorkspaceCenter : public QObject {
     /// Returns the apps that were asked to quit for it.
     std::set<BundleID> close(bool silently, const std::set<BundleID>& keep = {});
 
+    /// Adds an empty workspace to the list. Returns its identity.
+    Uuid create(const std::string& name);
+    /// Adds a copy under this name right after the original, without its triggers: both would open,
+    /// one after the other. Nothing when there is no such workspace.
+    void duplicate(const Uuid& id, const std::string& name);
     /// Makes a workspace of what is open, adds it to the list and hands it to `done`: later when
     /// other programs have to be asked.
     void makeFromOpen(Choices choices, std::function<void(const Workspace&)> done);

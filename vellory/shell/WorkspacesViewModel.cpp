@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "Workspaces/WorkspaceTexts.h"
-#include "model/CommandLinks.h"
 #include "shell/LauncherViewModel.h"
 #include "shell/ShownText.h"
 #include "shell/WorkspaceRows.h"
@@ -106,12 +105,16 @@ QVariantList WorkspacesViewModel::sessionLengths() const {
     return lengths;
 }
 
+int WorkspacesViewModel::usualMinutes() const {
+    return WorkspaceCenter::usualMinutes;
+}
+
 int WorkspacesViewModel::leastMinutes() const {
-    return CommandLinks::leastMinutes;
+    return WorkspaceCenter::leastMinutes;
 }
 
 int WorkspacesViewModel::mostMinutes() const {
-    return CommandLinks::mostMinutes;
+    return WorkspaceCenter::mostMinutes;
 }
 
 void WorkspacesViewModel::setSessionWorkspace(const QString& id) {
@@ -188,12 +191,8 @@ void WorkspacesViewModel::showNewMenu() {
 // --- Making and changing ---
 
 void WorkspacesViewModel::create() {
-    Workspace workspace;
-    workspace.id = Uuid::random();
-    workspace.name = tr("New workspace").toStdString();
-    workspace.symbol = "rectangle.3.group";
-    model_.updateWorkspace(workspace);
-    edit(QString::fromStdString(workspace.id.string()));
+    const Uuid made = model_.workspaceCenter().create(tr("New workspace").toStdString());
+    edit(QString::fromStdString(made.string()));
 }
 
 void WorkspacesViewModel::chooseSession(const QString& id) {
@@ -220,18 +219,10 @@ void WorkspacesViewModel::edit(const QString& id) {
 }
 
 void WorkspacesViewModel::duplicate(const QString& id) {
-    const Workspace* found = find(id);
-    if (found == nullptr) {
-        return;
+    if (const Workspace* found = find(id)) {
+        const QString name = tr("%1 copy").arg(QString::fromStdString(found->name));
+        model_.workspaceCenter().duplicate(Uuid(found->id), name.toStdString());
     }
-    Workspace copy = *found;
-    const int index = indexOf(copy.id);
-    copy.id = Uuid::random();
-    copy.name = tr("%1 copy").arg(QString::fromStdString(copy.name)).toStdString();
-    // Both would open, one after the other.
-    copy.triggers.clear();
-    model_.updateWorkspace(copy);
-    model_.workspaces().move(copy.id, index + 1);
 }
 
 void WorkspacesViewModel::remove(const QString& id) {

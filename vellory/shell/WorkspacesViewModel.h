@@ -39,6 +39,7 @@ class WorkspacesViewModel : public QObject {
     Q_PROPERTY(QString sessionWorkspace READ sessionWorkspace WRITE setSessionWorkspace NOTIFY
                    sessionWorkspaceChanged)
     Q_PROPERTY(QVariantList sessionLengths READ sessionLengths CONSTANT)
+    Q_PROPERTY(int usualMinutes READ usualMinutes CONSTANT)
     Q_PROPERTY(int leastMinutes READ leastMinutes CONSTANT)
     Q_PROPERTY(int mostMinutes READ mostMinutes CONSTANT)
     /// Whether windows can be read and moved; asked anew by `checkPermission`.
@@ -68,6 +69,7 @@ class WorkspacesViewModel : public QObject {
     void setSessionWorkspace(const QString& id);
     /// In minutes, as they are offered.
     QVariantList sessionLengths() const;
+    int usualMinutes() const;
     int leastMinutes() const;
     int mostMinutes() const;
     bool canPlaceWindows() const { return canPlaceWindows_; }

@@ -9,7 +9,7 @@ Panel {
 
     required property Launcher launcher
     required property Workspaces workspaces
-    property int minutes: 25
+    property int minutes: workspaces.usualMinutes
     readonly property string workspace: workspaces.sessionWorkspace
     readonly property bool ready: workspace !== "" && minutes >= workspaces.leastMinutes && minutes <= workspaces.mostMinutes
 
@@ -19,7 +19,7 @@ Panel {
     onClosed: launcher.closePanel()
     onVisibleChanged: {
         if (visible) {
-            minutes = 25
+            minutes = workspaces.usualMinutes
             lengths.itemAt(1).forceActiveFocus()
         }
     }
