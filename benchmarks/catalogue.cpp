@@ -20,7 +20,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "platform/linux/LinuxAppCatalogue.h"
+#include "platform/linux/apps/LinuxAppCatalogue.h"
 
 namespace fs = std::filesystem;
 using vellory::DesktopEntries;

@@ -13,7 +13,7 @@
 #include <QThread>
 
 #include "LauncherOnFakes.h"
-#include "shell/TileGrid.h"
+#include "shell/grid/TileGrid.h"
 
 using namespace vellory;
 using namespace vellory::benchmarks;

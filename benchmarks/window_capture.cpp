@@ -15,10 +15,10 @@
 
 #include "desktop/DesktopSession.h"
 #include "desktop/PollLoop.h"
-#include "platform/linux/LinuxAppCatalogue.h"
-#include "platform/linux/LinuxRunningApps.h"
-#include "platform/linux/LinuxWindowPlacer.h"
-#include "platform/linux/WindowReader.h"
+#include "platform/linux/apps/LinuxAppCatalogue.h"
+#include "platform/linux/apps/LinuxRunningApps.h"
+#include "platform/linux/windows/LinuxWindowPlacer.h"
+#include "platform/linux/windows/WindowReader.h"
 
 using namespace vellory;
 

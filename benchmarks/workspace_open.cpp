@@ -15,9 +15,9 @@
 #include "desktop/DesktopSession.h"
 #include "desktop/PollLoop.h"
 #include "model/WorkspaceRunner.h"
-#include "platform/linux/LinuxAppCatalogue.h"
-#include "platform/linux/LinuxRunningApps.h"
-#include "platform/linux/LinuxWindowPlacer.h"
+#include "platform/linux/apps/LinuxAppCatalogue.h"
+#include "platform/linux/apps/LinuxRunningApps.h"
+#include "platform/linux/windows/LinuxWindowPlacer.h"
 #include "support/FakePorts.h"
 
 using namespace vellory;

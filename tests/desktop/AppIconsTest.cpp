@@ -12,9 +12,9 @@
 
 #include "DesktopSession.h"
 #include "platform/linux/GLibPointers.h"
-#include "platform/linux/IconCache.h"
-#include "platform/linux/IconTheme.h"
-#include "platform/linux/LinuxAppIcons.h"
+#include "platform/linux/apps/IconCache.h"
+#include "platform/linux/apps/IconTheme.h"
+#include "platform/linux/apps/LinuxAppIcons.h"
 
 namespace vellory::test {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "platform/linux/AppPresence.h"
+#include "platform/linux/apps/AppPresence.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "platform/linux/ApplicationBus.h"
+#include "platform/linux/session/ApplicationBus.h"
 
 #include <atomic>
 #include <optional>
@@ -13,8 +13,8 @@
 #include "DesktopSession.h"
 #include "PollLoop.h"
 #include "platform/linux/GLibPointers.h"
-#include "platform/linux/InstanceSocket.h"
-#include "platform/linux/SessionBus.h"
+#include "platform/linux/session/InstanceSocket.h"
+#include "platform/linux/session/SessionBus.h"
 #include "support/HostileTexts.h"
 
 namespace vellory::test {

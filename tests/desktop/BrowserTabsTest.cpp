@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "platform/linux/BrowserTabs.h"
+#include "platform/linux/desktop/BrowserTabs.h"
 
 #include <atomic>
 #include <functional>

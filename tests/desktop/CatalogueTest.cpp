@@ -11,8 +11,8 @@
 #include "DesktopSession.h"
 #include "Search/AppKeywords.h"
 #include "Support/Text.h"
-#include "platform/linux/CategoryMap.h"
-#include "platform/linux/LinuxAppCatalogue.h"
+#include "platform/linux/apps/CategoryMap.h"
+#include "platform/linux/apps/LinuxAppCatalogue.h"
 
 namespace vellory::test {
 namespace {

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "LauncherOnDesktop.h"
-#include "platform/linux/LinuxDesktop.h"
+#include "platform/linux/desktop/LinuxDesktop.h"
 
 namespace vellory::test {
 namespace {

@@ -15,7 +15,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "platform/linux/X11Connection.h"
+#include "platform/linux/windows/X11Connection.h"
 
 namespace vellory::test {
 

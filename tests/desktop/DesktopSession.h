@@ -8,7 +8,7 @@
 
 #include <sys/types.h>
 
-#include "platform/linux/SessionEnvironment.h"
+#include "platform/linux/session/SessionEnvironment.h"
 #include "support/TemporaryFolder.h"
 
 namespace vellory::test {

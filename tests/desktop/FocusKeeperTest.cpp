@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "platform/linux/FocusKeeper.h"
+#include "platform/linux/windows/FocusKeeper.h"
 
 #include <gtest/gtest.h>
 

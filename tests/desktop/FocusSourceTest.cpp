@@ -4,7 +4,7 @@
 
 #include "DesktopSession.h"
 #include "FakeService.h"
-#include "platform/linux/LinuxFocusSource.h"
+#include "platform/linux/desktop/LinuxFocusSource.h"
 
 namespace vellory::test {
 namespace {

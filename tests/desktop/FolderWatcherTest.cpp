@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "PollLoop.h"
-#include "platform/linux/LinuxFolderWatcher.h"
+#include "platform/linux/desktop/LinuxFolderWatcher.h"
 #include "support/TemporaryFolder.h"
 
 namespace vellory::test {

@@ -10,8 +10,8 @@
 
 #include "DesktopSession.h"
 #include "PollLoop.h"
-#include "platform/linux/LinuxHotKeys.h"
-#include "platform/linux/X11Connection.h"
+#include "platform/linux/windows/LinuxHotKeys.h"
+#include "platform/linux/windows/X11Connection.h"
 
 namespace vellory::test {
 namespace {

@@ -12,9 +12,9 @@
 
 #include "DesktopSession.h"
 #include "PollLoop.h"
-#include "platform/linux/LinuxAppCatalogue.h"
-#include "platform/linux/LinuxRunningApps.h"
-#include "platform/linux/X11Connection.h"
+#include "platform/linux/apps/LinuxAppCatalogue.h"
+#include "platform/linux/apps/LinuxRunningApps.h"
+#include "platform/linux/windows/X11Connection.h"
 
 namespace vellory::test {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "platform/linux/LinkServer.h"
+#include "platform/linux/session/LinkServer.h"
 
 #include <array>
 #include <csignal>

@@ -9,10 +9,10 @@
 #include "FakeService.h"
 #include "LauncherOnDesktop.h"
 #include "platform/linux/GLibPointers.h"
-#include "platform/linux/LinuxDesktop.h"
-#include "platform/linux/SoundPlayer.h"
-#include "platform/linux/Wallpaper.h"
-#include "platform/linux/X11Connection.h"
+#include "platform/linux/desktop/LinuxDesktop.h"
+#include "platform/linux/desktop/SoundPlayer.h"
+#include "platform/linux/desktop/Wallpaper.h"
+#include "platform/linux/windows/X11Connection.h"
 
 namespace vellory::test {
 namespace {

@@ -8,8 +8,8 @@
 
 #include "PollLoop.h"
 #include "Support/AtomicFile.h"
-#include "platform/linux/LinuxAppCatalogue.h"
-#include "platform/linux/LinuxMetadata.h"
+#include "platform/linux/apps/LinuxAppCatalogue.h"
+#include "platform/linux/desktop/LinuxMetadata.h"
 #include "support/TemporaryFolder.h"
 
 namespace vellory::test {

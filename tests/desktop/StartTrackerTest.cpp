@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "platform/linux/StartTracker.h"
+#include "platform/linux/apps/StartTracker.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "platform/linux/WindowGeometry.h"
+#include "platform/linux/windows/WindowGeometry.h"
 
 #include <gtest/gtest.h>
 

@@ -6,8 +6,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/linux/Launcher.h"
-#include "platform/linux/WindowMatcher.h"
+#include "platform/linux/apps/Launcher.h"
+#include "platform/linux/windows/WindowMatcher.h"
 
 namespace vellory::test {
 namespace {

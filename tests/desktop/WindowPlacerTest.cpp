@@ -12,7 +12,7 @@
 
 #include "LauncherOnDesktop.h"
 #include "WindowView.h"
-#include "platform/linux/LinuxWindowPlacer.h"
+#include "platform/linux/windows/LinuxWindowPlacer.h"
 
 namespace vellory {
 

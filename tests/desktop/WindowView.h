@@ -9,7 +9,7 @@
 #include "DesktopSession.h"
 #include "PollLoop.h"
 #include "Workspaces/Workspace.h"
-#include "platform/linux/X11Connection.h"
+#include "platform/linux/windows/X11Connection.h"
 
 namespace vellory::test {
 

@@ -14,7 +14,7 @@
 #include "LauncherOnDesktop.h"
 #include "WindowView.h"
 #include "model/WorkspaceRunner.h"
-#include "platform/linux/LinuxWindowPlacer.h"
+#include "platform/linux/windows/LinuxWindowPlacer.h"
 #include "support/FakePorts.h"
 
 // Whole desks of real windows: opened, looked at from outside, and put back.

@@ -6,7 +6,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 
-#include "shell/SearchGrid.h"
+#include "shell/search/SearchGrid.h"
 
 namespace vellory::test {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "shell/Symbols.h"
+#include "shell/images/Symbols.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include "Ask/AskResolve.h"
 #include "Ask/AskTemplates.h"
 #include "Workspaces/WorkspaceTexts.h"
-#include "shell/SymbolProvider.h"
+#include "shell/images/SymbolProvider.h"
 
 namespace vellory::test {
 namespace {

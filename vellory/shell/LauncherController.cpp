@@ -8,8 +8,8 @@
 #include <QQmlEngine>
 #include <QScreen>
 
-#include "shell/ShadowProvider.h"
-#include "shell/SymbolProvider.h"
+#include "shell/images/ShadowProvider.h"
+#include "shell/images/SymbolProvider.h"
 
 // Made by the build from the types of the Vellory module. Taking its address keeps the registration
 // in a program that is linked statically.

@@ -11,14 +11,14 @@
 #include "model/SuggestionsState.h"
 #include "platform/Desktop.h"
 #include "platform/Scheduler.h"
-#include "shell/Backdrop.h"
-#include "shell/IconProvider.h"
 #include "shell/KeyCatcher.h"
 #include "shell/LauncherViewModel.h"
-#include "shell/NoticeWindow.h"
-#include "shell/SettingsViewModel.h"
-#include "shell/SuggestionsViewModel.h"
-#include "shell/WorkspacesViewModel.h"
+#include "shell/grid/SuggestionsViewModel.h"
+#include "shell/images/Backdrop.h"
+#include "shell/images/IconProvider.h"
+#include "shell/notices/NoticeWindow.h"
+#include "shell/settings/SettingsViewModel.h"
+#include "shell/workspaces/WorkspacesViewModel.h"
 
 class QScreen;
 

@@ -5,7 +5,7 @@
 
 #include "Search/EmojiSearch.h"
 #include "model/TileMenu.h"
-#include "shell/TileItems.h"
+#include "shell/grid/TileItems.h"
 
 namespace vellory {
 

@@ -10,14 +10,14 @@
 
 #include "model/AppModel.h"
 #include "model/LauncherState.h"
-#include "shell/GridRestriction.h"
-#include "shell/IconProvider.h"
-#include "shell/LayoutHistory.h"
 #include "shell/MenuViewModel.h"
-#include "shell/NoticeList.h"
-#include "shell/SearchViewModel.h"
-#include "shell/TileDragViewModel.h"
-#include "shell/TileList.h"
+#include "shell/grid/GridRestriction.h"
+#include "shell/grid/TileDragViewModel.h"
+#include "shell/grid/TileList.h"
+#include "shell/images/IconProvider.h"
+#include "shell/notices/NoticeList.h"
+#include "shell/search/SearchViewModel.h"
+#include "shell/settings/LayoutHistory.h"
 
 namespace vellory {
 

@@ -8,8 +8,8 @@
 #include "model/AppModel.h"
 #include "model/LauncherState.h"
 #include "shell/LauncherController.h"
-#include "shell/TileGrid.h"
 #include "shell/WaitFor.h"
+#include "shell/grid/TileGrid.h"
 
 namespace vellory {
 

@@ -10,14 +10,14 @@
 #include "Apps/InstalledApp.h"
 #include "platform/EventLoop.h"
 #include "platform/Scheduler.h"
-#include "platform/linux/LinuxAppCatalogue.h"
-#include "platform/linux/LinuxAppIcons.h"
-#include "platform/linux/LinuxDesktop.h"
-#include "platform/linux/LinuxFocusSource.h"
-#include "platform/linux/LinuxHotKeys.h"
-#include "platform/linux/LinuxMetadata.h"
-#include "platform/linux/LinuxRunningApps.h"
-#include "platform/linux/LinuxWindowPlacer.h"
+#include "platform/linux/apps/LinuxAppCatalogue.h"
+#include "platform/linux/apps/LinuxAppIcons.h"
+#include "platform/linux/apps/LinuxRunningApps.h"
+#include "platform/linux/desktop/LinuxDesktop.h"
+#include "platform/linux/desktop/LinuxFocusSource.h"
+#include "platform/linux/desktop/LinuxMetadata.h"
+#include "platform/linux/windows/LinuxHotKeys.h"
+#include "platform/linux/windows/LinuxWindowPlacer.h"
 
 namespace vellory {
 
