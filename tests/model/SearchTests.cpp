@@ -75,6 +75,9 @@ TEST(Search, PurposesComeByScoreThenByTheNameTheUserGave) {
     model.rename("paint", "Aquarelle");
     model.rename("shots", "Zoom");
     EXPECT_THAT(model.purposeSearch("photo"), ElementsAre("paint", "gone", "photos", "shots"));
+    model.rescan();
+    EXPECT_THAT(model.purposeSearch("photo"), ElementsAre("paint", "gone", "photos", "shots"))
+        << "a scan that finds nothing new keeps the order";
     EXPECT_THAT(model.purposeSearch("ph"), IsEmpty()) << "too short";
     EXPECT_THAT(model.purposeSearch("open the app"), IsEmpty()) << "says nothing";
     EXPECT_THAT(model.purposeSearch("hot"), IsEmpty()) << "inside a word";

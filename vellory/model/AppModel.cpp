@@ -3,10 +3,7 @@
 
 #include <cmath>
 #include <tuple>
-#include <unordered_set>
 #include <utility>
-
-#include <QPointer>
 
 #include "Apps/WellKnownApps.h"
 #include "Support/AtomicFile.h"
@@ -32,11 +29,25 @@ double untilNextMinute(Date now) {
 
 AppModel::AppModel(Ports ports, Environment environment, QObject* parent)
     : QObject(parent), ports_(ports), environment_(std::move(environment)), prefs_(ports.defaults),
-      collator_(environment_.locale),
       document_(BoardStore(environment_.paths.layout(), environment_.paths.layoutHistory(),
                            BoardStore::defaultKeep,
                            [&clock = ports.clock] { return clock.now(); })),
+      library_(ports, prefs_, document_, environment_.locale),
       workspaces_(environment_.paths.workspaces()),
+      grid_(document_, library_, workspaces_, ports.defaults), opener_(library_, ports.runningApps),
+      running_(ports), learned_({.library = library_,
+                                 .grid = grid_,
+                                 .running = running_,
+                                 .workspaces = workspaces_,
+                                 .prefs = prefs_,
+                                 .ports = ports_,
+                                 .environment = environment_}),
+      editor_({.document = document_,
+               .library = library_,
+               .grid = grid_,
+               .usage = learned_.usage(),
+               .ports = ports_,
+               .environment = environment_}),
       workspaceCenter_(
           {.runner = {.runningApps = ports.runningApps,
                       .windowPlacer = ports.windowPlacer,
@@ -44,7 +55,7 @@ AppModel::AppModel(Ports ports, Environment environment, QObject* parent)
                       .displays = ports.displays,
                       .clock = ports.clock,
                       .scheduler = ports.scheduler,
-                      .locate = [this](const BundleID& id) { return locate(id); },
+                      .locate = [this](const BundleID& id) { return library_.locate(id); },
                       .post = [this](const Notice& notice) { Q_EMIT noticePosted(notice); }},
            .workspaces = workspaces_,
            .prefs = prefs_,
@@ -62,36 +73,37 @@ AppModel::AppModel(Ports ports, Environment environment, QObject* parent)
                  .scheduler = ports.scheduler,
                  .calendar = environment_.calendar,
                  .locale = environment_.locale,
-                 .open = [this](const Workspace& workspace) { open(workspace, std::nullopt); }}),
-      learned_(*this, ports_, environment_), running_(ports),
-      editor_(*this, document_, ports_, environment_),
-      rescanner_(ports.folderWatcher, ports.scheduler, [this] { rescan(); }),
-      focusFilter_(GridFilter::load(ports.defaults)) {
+                 .open = [this](const Workspace& workspace) { open(workspace, std::nullopt); }}) {
     connect(&prefs_, &Prefs::changed, this, &AppModel::onPrefChanged);
-    connect(&running_, &RunningTracker::runningChanged, this, &AppModel::runningChanged);
-    connect(&running_, &RunningTracker::badgesChanged, this, &AppModel::badgesChanged);
+    connect(&library_, &AppLibrary::scanDue, this, &AppModel::rescan);
+    connect(this, &AppModel::ticked, &learned_.smartList(), &SmartList::invalidate);
     connect(&workspaces_, &WorkspaceList::changed, this, &AppModel::onWorkspacesChanged);
-    connect(&workspaces_, &WorkspaceList::activeChanged, this, &AppModel::refreshGrid);
     connect(&workspaceCenter_, &WorkspaceCenter::sessionChanged, this,
             [this] { setShowAllApps(false); });
-    connect(&workspaceCenter_, &WorkspaceCenter::noticePosted, this, &AppModel::noticePosted);
-    connect(&workspaceCenter_, &WorkspaceCenter::launcherHideRequested, this,
-            &AppModel::launcherHideRequested);
     connect(&workspaceShortcuts_, &WorkspaceShortcuts::pressed, this, [this](const Uuid& id) {
         if (const Workspace* workspace = workspaces_.find(id)) {
             open(*workspace, std::nullopt);
         }
     });
     connect(this, &AppModel::appLaunched, &workspaceCenter_, &WorkspaceCenter::appLaunched);
-    connect(&editor_, &BoardEditor::noticePosted, this, &AppModel::noticePosted);
-    connect(&editor_, &BoardEditor::pictureReplaced, this, &AppModel::visibleTilesChanged);
-    connect(&document_, &BoardDocument::changed, this, [this] {
-        Q_EMIT boardChanged();
-        refreshGrid();
-    });
     connect(&document_, &BoardDocument::saveFailed, this, [this](const std::error_code& error) {
         Q_EMIT noticePosted(Notice::error("Couldn't save the layout: " + error.message()));
     });
+    forwardSignals();
+}
+
+void AppModel::forwardSignals() {
+    connect(&document_, &BoardDocument::changed, this, &AppModel::boardChanged);
+    connect(&library_, &AppLibrary::changed, this, &AppModel::appsChanged);
+    connect(&grid_, &ShownGrid::changed, this, &AppModel::visibleTilesChanged);
+    connect(&editor_, &BoardEditor::pictureReplaced, this, &AppModel::visibleTilesChanged);
+    connect(&running_, &RunningTracker::runningChanged, this, &AppModel::runningChanged);
+    connect(&running_, &RunningTracker::badgesChanged, this, &AppModel::badgesChanged);
+    connect(&workspaceCenter_, &WorkspaceCenter::launcherHideRequested, this,
+            &AppModel::launcherHideRequested);
+    connect(&opener_, &AppOpener::noticePosted, this, &AppModel::noticePosted);
+    connect(&editor_, &BoardEditor::noticePosted, this, &AppModel::noticePosted);
+    connect(&workspaceCenter_, &WorkspaceCenter::noticePosted, this, &AppModel::noticePosted);
 }
 
 AppModel::~AppModel() {
@@ -113,7 +125,7 @@ void AppModel::start() {
     onPrefChanged("showInDock");
     learned_.load();
     workspaces_.load();
-    scanApps();
+    library_.scan();
     loadBoard();
     learned_.begin();
     observeApps();
@@ -135,43 +147,8 @@ void AppModel::loadBoard() {
     }
 }
 
-void AppModel::scanApps() {
-    std::map<BundleID, InstalledApp> apps;
-    std::vector<BundleID> order;
-    for (InstalledApp& found :
-         ports_.catalogue.scan(ports_.catalogue.roots(prefs_.extraFolders()))) {
-        if (const auto [place, isNew] = apps.try_emplace(found.bundleID, found); isNew) {
-            order.push_back(std::move(found.bundleID));
-        }
-    }
-    // At once: what comes from here on is told.
-    rescanner_.watch(ports_.catalogue.scannedFolders());
-    const bool isNew = apps != apps_ || order != installedOrder_;
-    apps_ = std::move(apps);
-    installedOrder_ = std::move(order);
-    buildKeywords();
-    if (isNew) {
-        Q_EMIT appsChanged();
-        refreshGrid();
-    }
-}
-
-void AppModel::buildKeywords() {
-    keywords_.clear();
-    for (const auto& [id, app] : apps_) {
-        const AppInfo info = ports_.catalogue.info(app);
-        keywords_.emplace_hint(keywords_.end(), id,
-                               AppKeywords::keywords(app.name, info.dictionary, info.texts));
-    }
-    // Apps are found in the order of their own names.
-    purposes_.setApps(installedOrder_, keywords_);
-    orderedRenames_.clear();
-}
-
 void AppModel::rescan() {
-    const auto before = apps_;
-    scanApps();
-    if (apps_ != before) {
+    if (library_.scan()) {
         reconcile("Apps changed");
     }
 }
@@ -181,11 +158,11 @@ void AppModel::reconcile(const std::optional<std::string>& reason) {
         return;
     }
     Board next = board();
-    const std::vector<BundleID> added = bringInStep(next);
+    const std::vector<BundleID> added = library_.bringInStep(next);
     document_.change(std::move(next), reason);
     if (!added.empty() && prefs_.hasSeenWelcome()) {
         const std::string text = added.size() == 1
-                                     ? name(added.front()) + " added to vellory"
+                                     ? library_.name(added.front()) + " added to vellory"
                                      : std::to_string(added.size()) + " new apps added";
         Q_EMIT noticePosted(Notice::confirmation(text, "plus.app"));
     }
@@ -200,12 +177,9 @@ void AppModel::observeApps() {
             Q_EMIT appLaunched(id);
         }
     };
-    const auto onQuit = [this](const BundleID& id) {
-        running_.refreshRunning();
-        Q_EMIT appQuit(id);
-    };
-    ports_.runningApps.observe(
-        {.launched = onLaunch, .quit = onQuit, .changed = [this] { running_.refreshRunning(); }});
+    ports_.runningApps.observe({.launched = onLaunch,
+                                .quit = [this](const BundleID&) { running_.refreshRunning(); },
+                                .changed = [this] { running_.refreshRunning(); }});
 }
 
 void AppModel::onPrefChanged(const std::string& key) {
@@ -248,29 +222,6 @@ void AppModel::refreshBadges() {
 
 // --- What there is ---
 
-const InstalledApp* AppModel::app(const BundleID& id) const {
-    const auto found = apps_.find(id);
-    return found == apps_.end() ? nullptr : &found->second;
-}
-
-std::vector<BundleID> AppModel::bringInStep(Board& board) const {
-    return installedOrder_.empty() ? std::vector<BundleID>{} : board.reconcile(installedOrder_);
-}
-
-std::vector<InstalledApp> AppModel::installedApps() const {
-    std::vector<InstalledApp> installed;
-    installed.reserve(installedOrder_.size());
-    for (const BundleID& id : installedOrder_) {
-        installed.push_back(apps_.at(id));
-    }
-    return installed;
-}
-
-std::optional<InstalledApp> AppModel::locate(const BundleID& id) const {
-    const InstalledApp* installed = app(id);
-    return installed == nullptr ? ports_.catalogue.find(id) : std::optional(*installed);
-}
-
 std::set<BundleID> AppModel::partsOfTheDesktop() const {
     std::set<BundleID> apps = environment_.desktopApps;
     apps.emplace(WellKnownApps::finder);
@@ -285,147 +236,6 @@ std::set<BundleID> AppModel::protectedApps() const {
     return apps;
 }
 
-std::string AppModel::name(const BundleID& id) const {
-    if (const auto given = board().renames.find(id); given != board().renames.end()) {
-        return given->second;
-    }
-    const InstalledApp* installed = app(id);
-    return installed == nullptr ? id : installed->name;
-}
-
-std::string AppModel::displayName(const BundleID& id) const {
-    if (app(id) != nullptr) {
-        return name(id);
-    }
-    const auto elsewhere = locate(id);
-    return elsewhere ? elsewhere->name : id;
-}
-
-std::vector<AppAction> AppModel::actions(const BundleID& id) const {
-    const InstalledApp* installed = app(id);
-    return installed == nullptr ? std::vector<AppAction>{} : ports_.catalogue.actions(*installed);
-}
-
-std::optional<Folder> AppModel::visibleFolder(const Uuid& folder) const {
-    for (const Tile& tile : visibleTiles_) {
-        if (const Folder* shown = tile.folder(); shown != nullptr && shown->id == folder) {
-            return *shown;
-        }
-    }
-    return std::nullopt;
-}
-
-std::vector<BundleID> AppModel::search(const std::string& query) const {
-    return search_.find(query);
-}
-
-std::vector<BundleID> AppModel::purposeSearch(const std::string& query,
-                                              const std::set<BundleID>& except) const {
-    return purposes_.find(query, except);
-}
-
-void AppModel::setShowAllApps(bool on) {
-    if (on != showAllApps_) {
-        showAllApps_ = on;
-        refreshGrid();
-    }
-}
-
-bool AppModel::hasFilter() const {
-    const Workspace* workspace = workspaces_.activeWorkspace();
-    return focusFilter_ || (workspace != nullptr && workspace->focusGrid);
-}
-
-void AppModel::setFocusFilter(const std::optional<GridFilter>& filter) {
-    if (filter != focusFilter_) {
-        focusFilter_ = filter;
-        GridFilter::save(filter, ports_.defaults);
-        refreshGrid();
-    }
-}
-
-bool AppModel::isShown(const BundleID& id) const {
-    return apps_.contains(id) && !board().hidden.contains(id) &&
-           (!allowed_ || allowed_->contains(id));
-}
-
-void AppModel::refreshGrid() {
-    allowed_.reset();
-    const Workspace* workspace = workspaces_.activeWorkspace();
-    if (!showAllApps_ && workspace != nullptr && workspace->focusGrid) {
-        const auto ids = workspace->appIDs();
-        allowed_.emplace(ids.begin(), ids.end());
-    }
-    const bool isFiltered = !showAllApps_ && focusFilter_;
-    visibleTiles_ = GridContents::shownTiles(
-        isFiltered ? focusFilter_->tiles(board().tiles, workspaces_.all()) : board().tiles,
-        [this](const BundleID& id) { return isShown(id); });
-    refreshSearch();
-    Q_EMIT visibleTilesChanged();
-}
-
-void AppModel::refreshSearch() {
-    std::vector<std::pair<BundleID, std::string>> candidates;
-    std::unordered_set<BundleID> seen;
-    for (BundleID& id : board().allApps()) {
-        if (apps_.contains(id) && seen.insert(id).second) {
-            std::string itsName = name(id);
-            candidates.emplace_back(std::move(id), std::move(itsName));
-        }
-    }
-    search_.setCandidates(candidates);
-    if (board().renames != orderedRenames_) {
-        orderedRenames_ = board().renames;
-        std::vector<BundleID> byName = installedOrder_;
-        Text::sortByName(byName, collator_, [this](const BundleID& id) { return name(id); });
-        purposes_.setOrder(byName);
-    }
-}
-
-// --- Opening apps ---
-
-void AppModel::launch(const BundleID& id) {
-    open(id, RunningApps::Open::bringForward);
-}
-
-void AppModel::launchNew(const BundleID& id) {
-    open(id, RunningApps::Open::newInstance);
-}
-
-void AppModel::open(const BundleID& id, RunningApps::Open mode) {
-    if (const InstalledApp* installed = app(id)) {
-        ports_.runningApps.open(*installed, mode, noticeOnFailure(id));
-    }
-}
-
-void AppModel::perform(const BundleID& id, const std::string& action) {
-    if (const InstalledApp* installed = app(id)) {
-        ports_.runningApps.perform(*installed, action, noticeOnFailure(id));
-    }
-}
-
-bool AppModel::openFile(const BundleID& id, const std::filesystem::path& file) {
-    const InstalledApp* installed = app(id);
-    std::error_code error;
-    if (!std::filesystem::exists(file, error)) {
-        Q_EMIT noticePosted(Notice::error("Couldn't open " + file.filename().string()));
-        return false;
-    }
-    if (installed != nullptr) {
-        ports_.runningApps.openFile(*installed, file, noticeOnFailure(id));
-    }
-    return installed != nullptr;
-}
-
-RunningApps::Completion AppModel::noticeOnFailure(const BundleID& id) {
-    return [self = QPointer(this),
-            text = "Couldn't open " + name(id)](const std::optional<std::string>& failure) {
-        if (self && failure) {
-            Q_EMIT self->noticePosted(Notice::error(text));
-        }
-    };
-}
-
 // --- Workspaces ---
 
 void AppModel::deleteWorkspace(const Uuid& id) {
@@ -434,7 +244,6 @@ void AppModel::deleteWorkspace(const Uuid& id) {
 }
 
 void AppModel::onWorkspacesChanged() {
-    refreshGrid();
     if (!isStarted()) {
         return;
     }
@@ -442,12 +251,6 @@ void AppModel::onWorkspacesChanged() {
     workspaceShortcuts_.apply();
     Q_EMIT workspaceIndexChanged();
     learned_.habits().refresh();
-}
-
-// --- The board ---
-
-void AppModel::saveBoard(const std::optional<std::string>& reason) {
-    document_.save(reason);
 }
 
 } // namespace vellory

@@ -4,43 +4,35 @@
 #include <filesystem>
 #include <functional>
 #include <map>
-#include <memory>
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <QObject>
 
-#include "Apps/InstalledApp.h"
-#include "Board/Board.h"
-#include "Board/BoardStore.h"
-#include "Search/GridFilter.h"
-#include "Support/Text.h"
-#include "Support/Uuid.h"
-#include "model/AppRescanner.h"
-#include "model/AppSearch.h"
+#include "model/AppLibrary.h"
+#include "model/AppOpener.h"
 #include "model/BoardDocument.h"
 #include "model/BoardEditor.h"
-#include "model/GridContents.h"
 #include "model/Notice.h"
 #include "model/Ports.h"
 #include "model/Prefs.h"
-#include "model/PurposeSearch.h"
 #include "model/RunningTracker.h"
+#include "model/ShownGrid.h"
 #include "model/TriggerCenter.h"
 #include "model/UsageCenter.h"
 #include "model/WorkspaceCenter.h"
 #include "model/WorkspaceList.h"
 #include "model/WorkspaceShortcuts.h"
-#include "platform/AppCatalogue.h"
-#include "platform/RunningApps.h"
 #include "platform/Scheduler.h"
 
 namespace vellory {
 
-/// The application's state: the board, the installed apps and what of them the grid shows; and what
-/// a user can do with them. Every view and command goes through it.
+/// The front of the application's state, through which every view and command goes: it owns the
+/// classes that know the board, the apps, the grid and the workspaces, starts them in their order
+/// and passes on what is asked of them and what they tell.
 ///
 /// Main thread only. Nothing is read or written before `start`.
 class AppModel : public QObject {
@@ -59,9 +51,9 @@ class AppModel : public QObject {
     bool isStarted() const { return document_.isLoaded(); }
 
     /// Looks for installed apps again, and watches where it looked; the board stays as it is.
-    void scanApps();
+    void scanApps() { library_.scan(); }
     /// Makes the words by which each installed app is found. Part of every scan.
-    void buildKeywords();
+    void buildKeywords() { library_.buildKeywords(); }
     /// Looks for installed apps again and, when that changed anything, brings the board in step.
     void rescan();
     /// What runs once a minute, when a new one begins.
@@ -72,17 +64,11 @@ class AppModel : public QObject {
     // --- What there is ---
 
     const Board& board() const { return document_.board(); }
-    const std::map<BundleID, InstalledApp>& apps() const { return apps_; }
+    const std::map<BundleID, InstalledApp>& apps() const { return library_.apps(); }
     /// Nothing when no such app is installed.
-    const InstalledApp* app(const BundleID& id) const;
+    const InstalledApp* app(const BundleID& id) const { return library_.app(id); }
     /// The installed apps in the order in which they were found: by name.
-    const std::vector<BundleID>& installedOrder() const { return installedOrder_; }
-    /// Drops from a board what is gone and appends what is new, which is returned. A scan that
-    /// found nothing at all says that nothing could be read, not that every app is gone: then the
-    /// board stays as it is.
-    std::vector<BundleID> bringInStep(Board& board) const;
-    /// The installed apps themselves, in that order.
-    std::vector<InstalledApp> installedApps() const;
+    const std::vector<BundleID>& installedOrder() const { return library_.installedOrder(); }
     /// The apps with windows of their own that run now.
     const std::set<BundleID>& running() const { return running_.running(); }
     const std::map<BundleID, std::string>& badges() const { return running_.badges(); }
@@ -103,7 +89,7 @@ class AppModel : public QObject {
     const UsageCenter& learned() const { return learned_; }
     const UsageStore& usage() const { return learned_.usage(); }
     const LaunchLog& launchLog() const { return learned_.launchLog(); }
-    const Text::Collator& collator() const { return collator_; }
+    const Text::Collator& collator() const { return library_.collator(); }
     Clock& clock() const { return ports_.clock; }
     /// The locale of the order of names and of numbers, such as "en_US".
     const std::string& locale() const { return environment_.locale; }
@@ -111,46 +97,47 @@ class AppModel : public QObject {
     std::set<BundleID> protectedApps() const;
 
     /// The name the user gave the app, else its own, else the identifier.
-    std::string name(const BundleID& id) const;
+    std::string name(const BundleID& id) const { return library_.name(id); }
     /// As `name`, but also right for apps that are not on the grid.
-    std::string displayName(const BundleID& id) const;
+    std::string displayName(const BundleID& id) const { return library_.displayName(id); }
     /// What else an installed app offers beside being opened.
-    std::vector<AppAction> actions(const BundleID& id) const;
+    std::vector<AppAction> actions(const BundleID& id) const { return library_.actions(id); }
 
-    /// The tiles of the grid in order: apps that are installed, not hidden and let through by the
-    /// filters; folders with such apps only, and never empty.
-    const std::vector<Tile>& visibleTiles() const { return visibleTiles_; }
+    // --- What the grid shows: see `ShownGrid` ---
+
+    const std::vector<Tile>& visibleTiles() const { return grid_.tiles(); }
     /// A folder as the grid shows it, with its shown apps only.
-    std::optional<Folder> visibleFolder(const Uuid& folder) const;
+    std::optional<Folder> visibleFolder(const Uuid& folder) const { return grid_.folder(folder); }
     /// Installed apps on the board whose name matches, best first; all of them for a blank query.
-    std::vector<BundleID> search(const std::string& query) const;
-    /// Installed apps that do what `query` says, best first and then by name, without those in
-    /// `except`; none for fewer than three characters.
+    std::vector<BundleID> search(const std::string& query) const { return grid_.search(query); }
+    /// Installed apps that do what `query` says: see `AppLibrary::purposeSearch`.
     std::vector<BundleID> purposeSearch(const std::string& query,
-                                        const std::set<BundleID>& except = {}) const;
+                                        const std::set<BundleID>& except = {}) const {
+        return library_.purposeSearch(query, except);
+    }
     /// The words by which each installed app is found.
-    const PurposeSearch::Table& keywords() const { return keywords_; }
+    const PurposeSearch::Table& keywords() const { return library_.keywords(); }
 
     /// Shows everything in spite of filters and the active workspace.
-    bool showAllApps() const { return showAllApps_; }
-    void setShowAllApps(bool on);
+    bool showAllApps() const { return grid_.showAllApps(); }
+    void setShowAllApps(bool on) { grid_.setShowAllApps(on); }
     /// Whether a filter or the active workspace keeps apps from the grid, or would.
-    bool hasFilter() const;
-
+    bool hasFilter() const { return grid_.hasFilter(); }
     /// What a Focus mode of the desktop lets through; kept over restarts.
-    const std::optional<GridFilter>& focusFilter() const { return focusFilter_; }
-    void setFocusFilter(const std::optional<GridFilter>& filter);
+    const std::optional<GridFilter>& focusFilter() const { return grid_.focusFilter(); }
+    void setFocusFilter(const std::optional<GridFilter>& filter) { grid_.setFocusFilter(filter); }
 
-    // --- Opening apps: unknown identifiers do nothing, failures are told in a notice ---
+    // --- Opening apps: see `AppOpener` ---
 
-    /// Opens the app, or brings it to the front when it runs.
-    void launch(const BundleID& id);
+    void launch(const BundleID& id) { opener_.launch(id); }
     /// Opens a new window or instance of the app.
-    void launchNew(const BundleID& id);
+    void launchNew(const BundleID& id) { opener_.launchNew(id); }
     /// One of the app's `actions`.
-    void perform(const BundleID& id, const std::string& action);
+    void perform(const BundleID& id, const std::string& action) { opener_.perform(id, action); }
     /// Opens a file with the app; false when that is known to be in vain.
-    bool openFile(const BundleID& id, const std::filesystem::path& file);
+    bool openFile(const BundleID& id, const std::filesystem::path& file) {
+        return opener_.openFile(id, file);
+    }
 
     // --- Workspaces ---
 
@@ -240,7 +227,7 @@ class AppModel : public QObject {
 
     /// Writes the board; a `reason` names a step in the history. Does nothing before the board was
     /// loaded; a failure is told in a notice and the next save tries again.
-    void saveBoard(const std::optional<std::string>& reason);
+    void saveBoard(const std::optional<std::string>& reason) { document_.save(reason); }
 
   Q_SIGNALS:
     void boardChanged();
@@ -254,7 +241,6 @@ class AppModel : public QObject {
     void welcomeRequested();
     /// An app was started, here or elsewhere; it has been counted.
     void appLaunched(const std::string& id);
-    void appQuit(const std::string& id);
     void ticked();
     /// The launcher should go from the screen: the desk behind it is being set up.
     void launcherHideRequested();
@@ -264,6 +250,7 @@ class AppModel : public QObject {
     void workspaceIndexChanged();
 
   private:
+    void forwardSignals();
     void loadBoard();
     /// Brings the board in step with the apps, and tells of new ones.
     void reconcile(const std::optional<std::string>& reason);
@@ -271,43 +258,25 @@ class AppModel : public QObject {
     void onWorkspacesChanged();
     void scheduleTick();
     void onPrefChanged(const std::string& key);
-    void refreshGrid();
-    void refreshSearch();
-    bool isShown(const BundleID& id) const;
-    /// The app, be it on the grid or not; nothing when the platform knows none.
-    std::optional<InstalledApp> locate(const BundleID& id) const;
     /// The desktop's shell and file manager, and this program.
     std::set<BundleID> partsOfTheDesktop() const;
-    void open(const BundleID& id, RunningApps::Open mode);
-    RunningApps::Completion noticeOnFailure(const BundleID& id);
 
     Ports ports_;
     Environment environment_;
+    // In this order: each is handed some of those before it.
     Prefs prefs_;
-    Text::Collator collator_;
     BoardDocument document_;
+    AppLibrary library_;
     WorkspaceList workspaces_;
+    ShownGrid grid_;
+    AppOpener opener_;
+    RunningTracker running_;
+    UsageCenter learned_;
+    BoardEditor editor_;
     WorkspaceCenter workspaceCenter_;
     WorkspaceShortcuts workspaceShortcuts_;
     TriggerCenter triggers_;
-    UsageCenter learned_;
-    RunningTracker running_;
-    BoardEditor editor_;
-    AppRescanner rescanner_;
-    AppSearch search_;
-    PurposeSearch purposes_;
-    PurposeSearch::Table keywords_;
-    /// The given names by which `purposes_` is in order.
-    std::map<BundleID, std::string> orderedRenames_;
     Scheduler::Handle minuteTimer_;
-
-    bool showAllApps_ = false;
-    std::optional<GridFilter> focusFilter_;
-    std::map<BundleID, InstalledApp> apps_;
-    std::vector<BundleID> installedOrder_;
-    /// What the active workspace lets through; nothing when it does not restrict the grid.
-    std::optional<std::set<BundleID>> allowed_;
-    std::vector<Tile> visibleTiles_;
 };
 
 } // namespace vellory

@@ -12,8 +12,6 @@
 #include "Board/AutoFolders.h"
 #include "Board/LayoutTexts.h"
 #include "Support/Text.h"
-#include "model/AppModel.h"
-#include "model/GridContents.h"
 #include "platform/AppCatalogue.h"
 #include "platform/ImageChooser.h"
 
@@ -38,36 +36,33 @@ std::string dateText(Date date, const Calendar& calendar) {
 
 } // namespace
 
-BoardEditor::BoardEditor(const AppModel& model, BoardDocument& document, const Ports& ports,
-                         const Environment& environment, QObject* parent)
-    : QObject(parent), model_(model), document_(document), ports_(ports), environment_(environment),
-      icons_(environment.paths.icons()), layouts_(environment.paths.savedLayouts()) {}
+BoardEditor::BoardEditor(Parts parts, QObject* parent)
+    : QObject(parent), parts_(std::move(parts)), icons_(parts_.environment.paths.icons()),
+      layouts_(parts_.environment.paths.savedLayouts()) {}
 
 Board BoardEditor::autoFolderBoard() const {
     return AutoFolders::boardFor(
-        model_.installedApps(), leastAppsInAutoFolder,
-        [this](const InstalledApp& app) { return ports_.catalogue.category(app); },
-        model_.collator(), environment_.newID);
+        parts_.library.installedApps(), leastAppsInAutoFolder,
+        [this](const InstalledApp& app) { return parts_.ports.catalogue.category(app); },
+        parts_.library.collator(), parts_.environment.newID);
 }
 
 // --- Tiles and folders ---
 
 void BoardEditor::moveTile(const std::string& tileID, int place) {
-    edit("Moved", "arrow.left.arrow.right", [&](Board& next) {
-        next.moveTile(tileID, GridContents::boardIndex(next, model_.visibleTiles(), place));
-    });
+    edit("Moved", "arrow.left.arrow.right",
+         [&](Board& next) { next.moveTile(tileID, parts_.grid.boardIndex(next, place)); });
 }
 
 void BoardEditor::moveApp(const BundleID& id, int place) {
-    const auto from = document_.board().locate(id);
+    const auto from = parts_.document.board().locate(id);
     const bool fromFolder = from && from->inFolder;
-    edit(fromFolder ? "Moved out of folder" : "Moved", "arrow.left.arrow.right", [&](Board& next) {
-        next.moveAppToTopLevel(id, GridContents::boardIndex(next, model_.visibleTiles(), place));
-    });
+    edit(fromFolder ? "Moved out of folder" : "Moved", "arrow.left.arrow.right",
+         [&](Board& next) { next.moveAppToTopLevel(id, parts_.grid.boardIndex(next, place)); });
 }
 
 void BoardEditor::moveOutOfFolder(const BundleID& id) {
-    const auto from = document_.board().locate(id);
+    const auto from = parts_.document.board().locate(id);
     if (from && from->inFolder) {
         edit("Moved out of folder", "arrow.left.arrow.right", [&](Board& next) {
             next.moveAppToTopLevel(id, static_cast<std::ptrdiff_t>(from->tile) + 1);
@@ -76,15 +71,10 @@ void BoardEditor::moveOutOfFolder(const BundleID& id) {
 }
 
 void BoardEditor::moveInFolder(const Uuid& folder, const BundleID& id, int place) {
-    const auto shown = model_.visibleFolder(folder);
-    if (!shown) {
-        return;
+    if (parts_.grid.folder(folder)) {
+        editFolder(folder, "Moved", "arrow.left.arrow.right",
+                   [&](Folder& each) { parts_.grid.moveWithin(each.apps, id, place); });
     }
-    const std::set<BundleID> apps(shown->apps.begin(), shown->apps.end());
-    editFolder(folder, "Moved", "arrow.left.arrow.right", [&](Folder& each) {
-        GridContents::moveWithin(each.apps, id, place,
-                                 [&](const BundleID& app) { return apps.contains(app); });
-    });
 }
 
 void BoardEditor::moveToEnd(const std::string& tileID) {
@@ -100,12 +90,12 @@ void BoardEditor::moveToEnd(const std::string& tileID) {
 
 std::optional<Uuid> BoardEditor::drop(const BundleID& id, const std::string& targetTileID,
                                       const std::string& newFolderTitle) {
-    Board next = document_.board();
+    Board next = parts_.document.board();
     if (!next.locate(id)) {
         return std::nullopt;
     }
     const bool ontoApp = targetTileID.starts_with(Tile::appPrefix);
-    const auto folder = next.drop(id, targetTileID, newFolderTitle, environment_.newID);
+    const auto folder = next.drop(id, targetTileID, newFolderTitle, parts_.environment.newID);
     if (!folder) {
         // The only app of a folder on that very folder: taking it out removed the target, so this
         // board must not be kept.
@@ -120,7 +110,7 @@ std::optional<Uuid> BoardEditor::makeFolder(const std::vector<BundleID>& ids,
                                             const std::string& title) {
     std::optional<Uuid> folder;
     edit("New folder", "folder.badge.plus",
-         [&](Board& next) { folder = next.makeFolder(ids, title, environment_.newID); });
+         [&](Board& next) { folder = next.makeFolder(ids, title, parts_.environment.newID); });
     return folder;
 }
 
@@ -140,7 +130,7 @@ void BoardEditor::setFolderEmoji(const Uuid& folder, const std::optional<std::st
 }
 
 void BoardEditor::dissolveFolder(const Uuid& folder) {
-    if (const Folder* known = document_.board().folder(folder)) {
+    if (const Folder* known = parts_.document.board().folder(folder)) {
         edit("Broke up " + known->title, "folder.badge.minus",
              [&](Board& next) { next.dissolveFolder(folder); });
     }
@@ -149,7 +139,7 @@ void BoardEditor::dissolveFolder(const Uuid& folder) {
 // --- Apps ---
 
 void BoardEditor::hide(const std::vector<BundleID>& ids) {
-    Board next = document_.board();
+    Board next = parts_.document.board();
     std::vector<BundleID> newlyHidden;
     for (const BundleID& id : ids) {
         if (next.hidden.insert(id).second) {
@@ -160,17 +150,17 @@ void BoardEditor::hide(const std::vector<BundleID>& ids) {
         return;
     }
     const std::string reason = newlyHidden.size() == 1
-                                   ? "Hid " + model_.name(newlyHidden.front())
+                                   ? "Hid " + parts_.library.name(newlyHidden.front())
                                    : "Hid " + std::to_string(newlyHidden.size()) + " apps";
     commit(std::move(next), reason, Notice::confirmation(reason, "eye.slash"));
 }
 
 void BoardEditor::unhide(const BundleID& id) {
-    edit("Showed " + model_.name(id), "eye", [&](Board& next) { next.hidden.erase(id); });
+    edit("Showed " + parts_.library.name(id), "eye", [&](Board& next) { next.hidden.erase(id); });
 }
 
 void BoardEditor::rename(const BundleID& id, const std::string& name) {
-    const InstalledApp* installed = model_.app(id);
+    const InstalledApp* installed = parts_.library.app(id);
     if (installed == nullptr) {
         return;
     }
@@ -186,36 +176,37 @@ void BoardEditor::rename(const BundleID& id, const std::string& name) {
 }
 
 void BoardEditor::chooseIcon(const BundleID& id) {
-    if (model_.app(id) == nullptr) {
+    if (parts_.library.app(id) == nullptr) {
         return;
     }
-    ports_.imageChooser.chooseImage(
-        "Icon for " + model_.name(id),
+    parts_.ports.imageChooser.chooseImage(
+        "Icon for " + parts_.library.name(id),
         [self = QPointer(this), id](const std::filesystem::path& picture) {
             // The app may have gone while the user was choosing.
-            if (!self || self->model_.app(id) == nullptr) {
+            if (!self || self->parts_.library.app(id) == nullptr) {
                 return;
             }
             if (const auto path = self->pathOf(self->icons_.addIcon(id, picture))) {
-                self->usePicture("Icon for " + self->model_.name(id),
+                self->usePicture("Icon for " + self->parts_.library.name(id),
                                  [&](Board& next) { next.icons[id] = *path; });
             }
         });
 }
 
 void BoardEditor::resetIcon(const BundleID& id) {
-    edit("Reset icon for " + model_.name(id), "photo", [&](Board& next) { next.icons.erase(id); });
+    edit("Reset icon for " + parts_.library.name(id), "photo",
+         [&](Board& next) { next.icons.erase(id); });
 }
 
 void BoardEditor::chooseCover(const Uuid& folder) {
-    const Folder* known = document_.board().folder(folder);
+    const Folder* known = parts_.document.board().folder(folder);
     if (known == nullptr) {
         return;
     }
-    ports_.imageChooser.chooseImage(
+    parts_.ports.imageChooser.chooseImage(
         "Cover for " + known->title,
         [self = QPointer(this), folder](const std::filesystem::path& picture) {
-            if (!self || self->document_.board().folder(folder) == nullptr) {
+            if (!self || self->parts_.document.board().folder(folder) == nullptr) {
                 return;
             }
             if (const auto path = self->pathOf(self->icons_.addCover(folder, picture))) {
@@ -239,9 +230,9 @@ std::optional<std::string> BoardEditor::pathOf(const Added& added) {
 }
 
 void BoardEditor::usePicture(const std::string& reason, const std::function<void(Board&)>& change) {
-    Board next = document_.board();
+    Board next = parts_.document.board();
     change(next);
-    switch (document_.change(std::move(next), reason)) {
+    switch (parts_.document.change(std::move(next), reason)) {
     case BoardDocument::Change::unsaved:
         return; // That says so itself.
     case BoardDocument::Change::none:
@@ -266,9 +257,9 @@ void BoardEditor::forgetUnusedPictures() const {
             }
         }
     };
-    std::vector<std::optional<Board>> boards{document_.board()};
-    for (const BoardStore::Snapshot& snapshot : document_.snapshots()) {
-        boards.push_back(document_.boardIn(snapshot));
+    std::vector<std::optional<Board>> boards{parts_.document.board()};
+    for (const BoardStore::Snapshot& snapshot : parts_.document.snapshots()) {
+        boards.push_back(parts_.document.boardIn(snapshot));
     }
     for (const std::string& name : savedLayouts()) {
         boards.push_back(layouts_.load(name));
@@ -285,8 +276,8 @@ void BoardEditor::forgetUnusedPictures() const {
 // --- The whole board ---
 
 void BoardEditor::autoFolders() {
-    if (model_.installedOrder().empty()) {
-        return; // As for `AppModel::bringInStep`: nothing could be read.
+    if (parts_.library.installedOrder().empty()) {
+        return; // As for `AppLibrary::bringInStep`: nothing could be read.
     }
     edit("Auto folders", "folder.badge.gearshape",
          [&](Board& next) { next.tiles = autoFolderBoard().tiles; });
@@ -294,42 +285,43 @@ void BoardEditor::autoFolders() {
 
 void BoardEditor::sortAlphabetically() {
     edit("Sorted A–Z", "textformat.abc", [&](Board& next) {
-        next.sortBy([this](const BundleID& id) { return model_.displayName(id); },
-                    model_.collator());
+        next.sortBy([this](const BundleID& id) { return parts_.library.displayName(id); },
+                    parts_.library.collator());
     });
 }
 
 void BoardEditor::layOutAlphabetically() {
     edit("Sorted A–Z", "textformat.abc", [&](Board& next) {
         next.dissolveAll();
-        next.sortBy([this](const BundleID& id) { return model_.displayName(id); },
-                    model_.collator());
+        next.sortBy([this](const BundleID& id) { return parts_.library.displayName(id); },
+                    parts_.library.collator());
     });
 }
 
 void BoardEditor::sortByUse() {
     edit("Sorted by use", "chart.bar", [&](Board& next) {
-        next.sortByUse([this](const BundleID& id) { return model_.usage().count(id); });
+        next.sortByUse([this](const BundleID& id) { return parts_.usage.count(id); });
     });
 }
 
 void BoardEditor::restore(const BoardStore::Snapshot& snapshot) {
-    std::optional<Board> earlier = document_.boardIn(snapshot);
+    std::optional<Board> earlier = parts_.document.boardIn(snapshot);
     if (!earlier) {
         return;
     }
     // Apps have come and gone since; a later scan that finds nothing new would not notice.
-    std::ignore = model_.bringInStep(*earlier);
+    std::ignore = parts_.library.bringInStep(*earlier);
     // A change that cannot be saved says so itself; a board that is as it was then is restored too.
-    if (document_.change(*std::move(earlier),
-                         "Restored " + dateText(snapshot.date, environment_.calendar)) !=
+    if (parts_.document.change(*std::move(earlier),
+                               "Restored " +
+                                   dateText(snapshot.date, parts_.environment.calendar)) !=
         BoardDocument::Change::unsaved) {
         Q_EMIT noticePosted(Notice::confirmation("Layout restored", "clock.arrow.circlepath"));
     }
 }
 
 void BoardEditor::saveLayout(const std::string& name) {
-    const auto saved = layouts_.save(document_.board(), name);
+    const auto saved = layouts_.save(parts_.document.board(), name);
     Q_EMIT noticePosted(saved ? Notice::confirmation(LayoutTexts::saved(name),
                                                      std::string(LayoutTexts::savedSymbol))
                               : Notice::error(LayoutTexts::couldNotSave(saved.error().message())));
@@ -342,24 +334,24 @@ void BoardEditor::loadSavedLayout(const std::string& name) {
         return;
     }
     // A change that cannot be saved says so itself.
-    const bool isUnsaved =
-        *kept != document_.board() &&
-        document_.change(*kept, LayoutTexts::switchedTo(name)) == BoardDocument::Change::unsaved;
+    const bool isUnsaved = *kept != parts_.document.board() &&
+                           parts_.document.change(*kept, LayoutTexts::switchedTo(name)) ==
+                               BoardDocument::Change::unsaved;
     Board inStep = *std::move(kept);
-    std::ignore = model_.bringInStep(inStep);
-    document_.change(std::move(inStep), std::nullopt);
+    std::ignore = parts_.library.bringInStep(inStep);
+    parts_.document.change(std::move(inStep), std::nullopt);
     if (!isUnsaved) {
         Q_EMIT noticePosted(Notice::confirmation(LayoutTexts::switchedTo(name)));
     }
 }
 
 std::vector<std::string> BoardEditor::savedLayouts() const {
-    return layouts_.names(model_.collator());
+    return layouts_.names(parts_.library.collator());
 }
 
 void BoardEditor::edit(const std::string& reason, const char* symbol,
                        const std::function<void(Board&)>& change) {
-    Board next = document_.board();
+    Board next = parts_.document.board();
     change(next);
     commit(std::move(next), reason, Notice::confirmation(reason, symbol));
 }
@@ -370,7 +362,7 @@ void BoardEditor::editFolder(const Uuid& folder, const std::string& reason, cons
 }
 
 void BoardEditor::commit(Board next, const std::string& reason, const Notice& notice) {
-    if (document_.change(std::move(next), reason) == BoardDocument::Change::saved) {
+    if (parts_.document.change(std::move(next), reason) == BoardDocument::Change::saved) {
         Q_EMIT noticePosted(notice);
     }
 }

@@ -12,14 +12,15 @@
 #include "Board/Board.h"
 #include "Board/BoardStore.h"
 #include "Board/SavedLayouts.h"
+#include "Usage/UsageStore.h"
+#include "model/AppLibrary.h"
 #include "model/BoardDocument.h"
 #include "model/IconLibrary.h"
 #include "model/Notice.h"
 #include "model/Ports.h"
+#include "model/ShownGrid.h"
 
 namespace vellory {
-
-class AppModel;
 
 /// What users do to their board. Each edit is one operation on it and one save, whose reason names
 /// the step in the history and is what the notice says. An edit that changes nothing leaves no
@@ -31,9 +32,17 @@ class BoardEditor : public QObject {
     Q_OBJECT
 
   public:
-    /// `model` is asked for names and for what the grid shows.
-    BoardEditor(const AppModel& model, BoardDocument& document, const Ports& ports,
-                const Environment& environment, QObject* parent = nullptr);
+    /// What it works on, and whom it asks.
+    struct Parts {
+        BoardDocument& document;
+        const AppLibrary& library;
+        const ShownGrid& grid;
+        const UsageStore& usage;
+        Ports ports;
+        Environment environment;
+    };
+
+    explicit BoardEditor(Parts parts, QObject* parent = nullptr);
 
     /// All installed apps in folders by category.
     Board autoFolderBoard() const;
@@ -92,10 +101,7 @@ class BoardEditor : public QObject {
     /// The text of the path of a picture that was added, or nothing after a notice.
     std::optional<std::string> pathOf(const Added& added);
 
-    const AppModel& model_;
-    BoardDocument& document_;
-    Ports ports_;
-    Environment environment_;
+    Parts parts_;
     IconLibrary icons_;
     SavedLayouts layouts_;
 };

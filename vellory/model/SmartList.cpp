@@ -6,19 +6,14 @@
 #include <utility>
 
 #include "Usage/Suggestions.h"
-#include "model/AppModel.h"
 
 namespace vellory {
 
-SmartList::SmartList(AppModel& model, const AppRecords& records, Scheduler& scheduler,
-                     Calendar calendar, BundleID ownID, QObject* parent)
-    : QObject(parent), model_(model), records_(records), scheduler_(scheduler),
-      calendar_(std::move(calendar)), ownID_(std::move(ownID)),
-      mode_(model.prefs().smartListMode()) {
-    connect(&model_, &AppModel::visibleTilesChanged, this, &SmartList::invalidate);
-    connect(&model_, &AppModel::runningChanged, this, &SmartList::invalidate);
-    connect(&model_, &AppModel::ticked, this, &SmartList::invalidate);
-    connect(&model_.prefs(), &Prefs::changed, this, [this](const std::string& key) {
+SmartList::SmartList(Parts parts, QObject* parent)
+    : QObject(parent), parts_(std::move(parts)), mode_(parts_.prefs.smartListMode()) {
+    connect(&parts_.grid, &ShownGrid::changed, this, &SmartList::invalidate);
+    connect(&parts_.running, &RunningTracker::runningChanged, this, &SmartList::invalidate);
+    connect(&parts_.prefs, &Prefs::changed, this, [this](const std::string& key) {
         if (key == "smartListMode" || key == "smartListExcluded") {
             invalidate();
         }
@@ -57,7 +52,7 @@ void SmartList::invalidate() {
     isOutdated_ = true;
     // Several changes in one turn of the event loop are worked out once.
     if (pending_ == nullptr) {
-        pending_ = scheduler_.after(0, [this] {
+        pending_ = parts_.scheduler.after(0, [this] {
             const Scheduler::Handle done = std::exchange(pending_, nullptr);
             update();
         });
@@ -65,9 +60,9 @@ void SmartList::invalidate() {
 }
 
 void SmartList::exclude(const BundleID& id) {
-    auto excluded = model_.prefs().smartListExcluded();
+    auto excluded = parts_.prefs.smartListExcluded();
     excluded.insert(id);
-    model_.prefs().setSmartListExcluded(excluded);
+    parts_.prefs.setSmartListExcluded(excluded);
 }
 
 void SmartList::update() {
@@ -75,7 +70,7 @@ void SmartList::update() {
         return;
     }
     isOutdated_ = false;
-    const Mode mode = std::exchange(mode_, model_.prefs().smartListMode());
+    const Mode mode = std::exchange(mode_, parts_.prefs.smartListMode());
     std::vector<BundleID> apps = worked();
     if (apps != apps_ || mode != mode_) {
         apps_ = std::move(apps);
@@ -85,7 +80,7 @@ void SmartList::update() {
 
 std::set<BundleID> SmartList::candidates() const {
     std::set<BundleID> out;
-    for (const Tile& tile : model_.visibleTiles()) {
+    for (const Tile& tile : parts_.grid.tiles()) {
         if (const BundleID* app = tile.app()) {
             out.insert(*app);
         } else {
@@ -93,18 +88,18 @@ std::set<BundleID> SmartList::candidates() const {
             out.insert(apps.begin(), apps.end());
         }
     }
-    for (const BundleID& id : model_.prefs().smartListExcluded()) {
+    for (const BundleID& id : parts_.prefs.smartListExcluded()) {
         out.erase(id);
     }
-    out.erase(ownID_);
+    out.erase(parts_.ownID);
     return out;
 }
 
 std::vector<BundleID> SmartList::newest(const std::set<BundleID>& among) const {
     // Apps without a date come last, as if they had always been there.
     const auto created = [this](const BundleID& id) {
-        const auto record = records_.find(id);
-        const auto date = record == records_.end() ? std::nullopt : record->second.created;
+        const auto record = parts_.records.find(id);
+        const auto date = record == parts_.records.end() ? std::nullopt : record->second.created;
         return date ? date->secondsSince2001 : -std::numeric_limits<double>::infinity();
     };
     std::vector<std::pair<double, BundleID>> dated;
@@ -131,13 +126,13 @@ std::vector<BundleID> SmartList::worked() const {
     switch (mode_) {
     case Mode::suggested:
         return Suggestions::rank(
-            model_.launchLog(),
-            {model_.clock().now(), model_.workspaces().active(), model_.running()}, among, length,
-            calendar_);
+            parts_.launches.log(),
+            {parts_.clock.now(), parts_.workspaces.active(), parts_.running.running()}, among,
+            length, parts_.calendar);
     case Mode::recent:
-        return model_.usage().recent(length, among);
+        return parts_.launches.usage().recent(length, among);
     case Mode::mostUsed:
-        return model_.usage().mostUsed(length, among);
+        return parts_.launches.usage().mostUsed(length, among);
     case Mode::newest:
         return newest(among);
     case Mode::off:

@@ -9,13 +9,16 @@
 
 #include "Apps/InstalledApp.h"
 #include "Support/Calendar.h"
+#include "Support/Date.h"
+#include "model/LaunchRecorder.h"
 #include "model/Prefs.h"
+#include "model/RunningTracker.h"
+#include "model/ShownGrid.h"
+#include "model/WorkspaceList.h"
 #include "platform/Metadata.h"
 #include "platform/Scheduler.h"
 
 namespace vellory {
-
-class AppModel;
 
 /// The few apps above the grid: those the user probably wants now, or by another rule of the
 /// user's choice. Worked out when what it depends on has changed, never while it is drawn.
@@ -29,8 +32,20 @@ class SmartList : public QObject {
   public:
     using Mode = Prefs::SmartListMode;
 
-    SmartList(AppModel& model, const AppRecords& records, Scheduler& scheduler, Calendar calendar,
-              BundleID ownID, QObject* parent = nullptr);
+    struct Parts {
+        const ShownGrid& grid;
+        const RunningTracker& running;
+        const WorkspaceList& workspaces;
+        const LaunchRecorder& launches;
+        const AppRecords& records;
+        Prefs& prefs;
+        const Clock& clock;
+        Scheduler& scheduler;
+        Calendar calendar;
+        BundleID ownID;
+    };
+
+    explicit SmartList(Parts parts, QObject* parent = nullptr);
 
     /// The apps, best first; none when the list is switched off.
     const std::vector<BundleID>& apps();
@@ -59,11 +74,7 @@ class SmartList : public QObject {
     std::vector<BundleID> worked() const;
     void update();
 
-    AppModel& model_;
-    const AppRecords& records_;
-    Scheduler& scheduler_;
-    Calendar calendar_;
-    BundleID ownID_;
+    Parts parts_;
     Mode mode_;
     int length_ = 7;
     bool isOutdated_ = true;

@@ -8,7 +8,6 @@
 #include <QPointer>
 
 #include "Usage/LastUsed.h"
-#include "model/AppModel.h"
 
 namespace vellory {
 
@@ -29,21 +28,29 @@ LastUsed::Source byLocation(const std::vector<InstalledApp>& apps,
 
 } // namespace
 
-UsageCenter::UsageCenter(AppModel& model, const Ports& ports, const Environment& environment,
-                         QObject* parent)
-    : QObject(parent), model_(model), ports_(ports), ownID_(environment.ownID),
-      launches_(environment.paths, ports.clock, ports.scheduler),
-      habits_(
-          {.file = environment.paths.habits(),
-           .defaults = ports.defaults,
-           .workspaces = model.workspaces(),
-           .clock = ports.clock,
-           .scheduler = ports.scheduler,
-           .calendar = environment.calendar,
-           .newID = environment.newID,
-           .isKnown =
-               [this](const BundleID& id) { return id != ownID_ && model_.app(id) != nullptr; }}),
-      smartList_(model, records_, ports.scheduler, environment.calendar, environment.ownID) {}
+UsageCenter::UsageCenter(Parts parts, QObject* parent)
+    : QObject(parent), parts_(std::move(parts)),
+      launches_(parts_.environment.paths, parts_.ports.clock, parts_.ports.scheduler),
+      habits_({.file = parts_.environment.paths.habits(),
+               .defaults = parts_.ports.defaults,
+               .workspaces = parts_.workspaces,
+               .clock = parts_.ports.clock,
+               .scheduler = parts_.ports.scheduler,
+               .calendar = parts_.environment.calendar,
+               .newID = parts_.environment.newID,
+               .isKnown =
+                   [&library = parts_.library, ownID = parts_.environment.ownID](
+                       const BundleID& id) { return id != ownID && library.app(id) != nullptr; }}),
+      smartList_({.grid = parts_.grid,
+                  .running = parts_.running,
+                  .workspaces = parts_.workspaces,
+                  .launches = launches_,
+                  .records = records_,
+                  .prefs = parts_.prefs,
+                  .clock = parts_.ports.clock,
+                  .scheduler = parts_.ports.scheduler,
+                  .calendar = parts_.environment.calendar,
+                  .ownID = parts_.environment.ownID}) {}
 
 void UsageCenter::load() {
     launches_.load();
@@ -52,7 +59,7 @@ void UsageCenter::load() {
 
 void UsageCenter::begin() {
     isToBeSeeded_ = launches_.isEmpty();
-    connect(&model_, &AppModel::appsChanged, this, [this] {
+    connect(&parts_.library, &AppLibrary::changed, this, [this] {
         recall();
         habits_.refresh();
     });
@@ -66,18 +73,18 @@ void UsageCenter::refresh() {
 
 void UsageCenter::recall() {
     const unsigned request = ++request_;
-    ports_.metadata.recall(model_.installedApps(),
-                           [self = QPointer(this), request](AppRecords records) {
-                               if (self && self->request_ == request) {
-                                   self->take(std::move(records));
-                               }
-                           });
+    parts_.ports.metadata.recall(parts_.library.installedApps(),
+                                 [self = QPointer(this), request](AppRecords records) {
+                                     if (self && self->request_ == request) {
+                                         self->take(std::move(records));
+                                     }
+                                 });
 }
 
 void UsageCenter::take(AppRecords records) {
     records_ = std::move(records);
     if (std::exchange(isToBeSeeded_, false)) {
-        const auto apps = model_.installedApps();
+        const auto apps = parts_.library.installedApps();
         launches_.seed(
             apps, byLocation(apps, [this](const BundleID& app) { return rememberedUse(app); }));
     }
@@ -86,8 +93,8 @@ void UsageCenter::take(AppRecords records) {
 }
 
 void UsageCenter::record(const BundleID& app) {
-    const Date now = ports_.clock.now();
-    launches_.record(app, now, model_.workspaces().active());
+    const Date now = parts_.ports.clock.now();
+    launches_.record(app, now, parts_.workspaces.active());
     habits_.record(app, now);
     smartList_.invalidate();
 }
@@ -111,13 +118,13 @@ std::optional<Date> UsageCenter::rememberedUse(const BundleID& app) const {
     const auto record = records_.find(app);
     const auto date = record == records_.end() ? std::nullopt : record->second.lastUsed;
     // A date in the future is a clock that was wrong once; the app has been used all the same.
-    return date && date->isFinite() ? std::optional(std::min(*date, ports_.clock.now()))
+    return date && date->isFinite() ? std::optional(std::min(*date, parts_.ports.clock.now()))
                                     : std::nullopt;
 }
 
 std::optional<Date> UsageCenter::lastUse(const BundleID& app) const {
-    if (model_.running().contains(app)) {
-        return ports_.clock.now();
+    if (parts_.running.running().contains(app)) {
+        return parts_.ports.clock.now();
     }
     std::optional<Date> last = rememberedUse(app);
     const auto counted = usage().entries.find(app);
@@ -128,11 +135,13 @@ std::optional<Date> UsageCenter::lastUse(const BundleID& app) const {
 }
 
 std::vector<UsageCenter::UnusedApp> UsageCenter::unusedApps() const {
-    std::vector<InstalledApp> apps = model_.installedApps();
-    std::erase_if(apps, [this](const InstalledApp& app) { return app.bundleID == ownID_; });
+    std::vector<InstalledApp> apps = parts_.library.installedApps();
+    std::erase_if(
+        apps, [this](const InstalledApp& app) { return app.bundleID == parts_.environment.ownID; });
     std::vector<UnusedApp> out;
     const auto source = byLocation(apps, [this](const BundleID& app) { return lastUse(app); });
-    for (const InstalledApp& app : LastUsed::unused(apps, unusedDays, ports_.clock.now(), source)) {
+    for (const InstalledApp& app :
+         LastUsed::unused(apps, unusedDays, parts_.ports.clock.now(), source)) {
         out.push_back({app.bundleID, source(app.url)});
     }
     return out;

@@ -8,15 +8,18 @@
 #include <QObject>
 
 #include "Apps/InstalledApp.h"
+#include "model/AppLibrary.h"
 #include "model/HabitCenter.h"
 #include "model/LaunchRecorder.h"
 #include "model/Ports.h"
+#include "model/Prefs.h"
+#include "model/RunningTracker.h"
+#include "model/ShownGrid.h"
 #include "model/SmartList.h"
+#include "model/WorkspaceList.h"
 #include "platform/Metadata.h"
 
 namespace vellory {
-
-class AppModel;
 
 /// Everything that is learned from how apps are used: launches, habits, the smart list, and what
 /// the desktop itself remembers. Main thread only.
@@ -28,8 +31,18 @@ class UsageCenter : public QObject {
     static constexpr int unusedDays = 90;
     static constexpr std::size_t documentsShown = 5;
 
-    UsageCenter(AppModel& model, const Ports& ports, const Environment& environment,
-                QObject* parent = nullptr);
+    /// Whom it asks what is installed, shown, running and open.
+    struct Parts {
+        const AppLibrary& library;
+        const ShownGrid& grid;
+        const RunningTracker& running;
+        WorkspaceList& workspaces;
+        Prefs& prefs;
+        Ports ports;
+        Environment environment;
+    };
+
+    explicit UsageCenter(Parts parts, QObject* parent = nullptr);
 
     void load();
     /// Asks the desktop for the first time: an empty launch log begins with the answer.
@@ -66,9 +79,7 @@ class UsageCenter : public QObject {
     std::optional<Date> rememberedUse(const BundleID& app) const;
     std::optional<Date> lastUse(const BundleID& app) const;
 
-    AppModel& model_;
-    Ports ports_;
-    BundleID ownID_;
+    Parts parts_;
     AppRecords records_;
     LaunchRecorder launches_;
     HabitCenter habits_;

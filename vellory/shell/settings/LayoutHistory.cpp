@@ -7,7 +7,7 @@
 #include <QLocale>
 #include <QVariantMap>
 
-#include "model/GridContents.h"
+#include "model/ShownGrid.h"
 #include "shell/grid/TileItems.h"
 
 namespace vellory {
@@ -69,7 +69,7 @@ void LayoutHistory::showPreview() {
         preview_.setItems({});
         return;
     }
-    const auto shown = GridContents::shownTiles(board->tiles, [&](const BundleID& id) {
+    const auto shown = ShownGrid::shownTiles(board->tiles, [&](const BundleID& id) {
         return model_.app(id) != nullptr && !board->hidden.contains(id);
     });
     preview_.setItems(TileItems(model_, *board).of(shown));

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include <QObject>
+
+#include "Apps/InstalledApp.h"
+#include "model/AppLibrary.h"
+#include "model/Notice.h"
+#include "platform/RunningApps.h"
+
+namespace vellory {
+
+/// Opens apps for the user, and says so when one does not open. Identifiers of apps that are not
+/// installed do nothing.
+class AppOpener : public QObject {
+    Q_OBJECT
+
+  public:
+    AppOpener(const AppLibrary& library, RunningApps& runningApps, QObject* parent = nullptr);
+
+    /// Opens the app, or brings it to the front when it runs.
+    void launch(const BundleID& id);
+    /// Opens a new window or instance of the app.
+    void launchNew(const BundleID& id);
+    /// One of the app's `AppLibrary::actions`.
+    void perform(const BundleID& id, const std::string& action);
+    /// Opens a file with the app; false when that is known to be in vain.
+    bool openFile(const BundleID& id, const std::filesystem::path& file);
+
+  Q_SIGNALS:
+    void noticePosted(const vellory::Notice& notice);
+
+  private:
+    void open(const BundleID& id, RunningApps::Open mode);
+    RunningApps::Completion noticeOnFailure(const BundleID& id);
+
+    const AppLibrary& library_;
+    RunningApps& runningApps_;
+};
+
+} // namespace vellory
