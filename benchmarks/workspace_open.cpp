@@ -54,7 +54,8 @@ class Desk {
             .locate = [this](const BundleID& id) -> std::optional<InstalledApp> {
                 return installed_.at(id);
             },
-            .post = [this](const Notice&) { isOpen_ = true; }});
+            .notices = notices_});
+        QObject::connect(&notices_, &Notices::posted, [this] { isOpen_ = true; });
         // The desk as it is once the launcher has run for a while.
         benchmark::DoNotOptimize(placer_->windows(apps_->list()));
     }
@@ -75,6 +76,7 @@ class Desk {
     test::FakeDesktop desktop_;
     test::FakeDisplays displays_;
     test::FakeClock clock_;
+    Notices notices_;
     std::shared_ptr<DesktopEntries> entries_;
     std::map<BundleID, InstalledApp> installed_;
     std::unique_ptr<LinuxRunningApps> apps_;

@@ -46,7 +46,9 @@ class WorkspaceDeskTest : public LauncherOnDesktop {
                 const auto found = std::ranges::find(installed, id, &InstalledApp::bundleID);
                 return found == installed.end() ? std::nullopt : std::optional(*found);
             },
-            .post = [this](const Notice& notice) { notices.push_back(notice.text); }});
+            .notices = posted});
+        QObject::connect(&posted, &Notices::posted,
+                         [this](const Notice& notice) { notices.push_back(notice.text); });
         apps->observe({.launched = [this](const BundleID& id) { runner->appLaunched(id); }});
     }
     void addWindowApp(const std::string& id, const std::string& options = "") {
@@ -120,6 +122,7 @@ class WorkspaceDeskTest : public LauncherOnDesktop {
     std::unique_ptr<LinuxWindowPlacer> placer;
     std::unique_ptr<WorkspaceRunner> runner;
     std::vector<std::string> notices;
+    Notices posted;
 };
 
 TEST_F(WorkspaceDeskTest, TheNextWorkspaceTakesOverAndClosingPutsTheDeskBack) {

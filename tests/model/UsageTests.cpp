@@ -33,8 +33,6 @@ struct Learning : testing::Test, World {
         suggestions.reset();
         state = std::make_unique<LauncherState>(*model);
         suggestions = std::make_unique<SuggestionsState>(*model, *state);
-        QObject::connect(suggestions.get(), &SuggestionsState::noticePosted,
-                         [this](const Notice& notice) { notices.push_back(notice); });
         summon();
     }
     void summon() {

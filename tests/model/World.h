@@ -49,7 +49,7 @@ struct World : FakePorts {
                                                                 .ownID = "com.quorvel.vellory",
                                                                 .desktopApps = {"org.files"},
                                                                 .calendar = Calendar(zone)});
-        QObject::connect(model.get(), &AppModel::noticePosted,
+        QObject::connect(&model->notices(), &Notices::posted,
                          [this](const Notice& notice) { notices.push_back(notice); });
         QObject::connect(model.get(), &AppModel::welcomeRequested, [this] { ++welcomes; });
         QObject::connect(model.get(), &AppModel::visibleTilesChanged, [this] { ++gridChanges; });

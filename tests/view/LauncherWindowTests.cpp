@@ -157,7 +157,7 @@ TEST_F(LauncherWindowTest, AppsThatNobodyOpensAreListedOverTheGridAndInTheWindow
 
 TEST_F(LauncherWindowTest, NoticesAreSeenAlsoWithoutTheGrid) {
     openWith(3);
-    Q_EMIT model->noticePosted(Notice::confirmation("Seen on the grid"));
+    model->notices().post(Notice::confirmation("Seen on the grid"));
     EXPECT_FALSE(controller->noticeWindow()->isShown());
     NoticeList early;
     early.post(Notice::confirmation("Posted before there was a window"));

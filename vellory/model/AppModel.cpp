@@ -34,18 +34,20 @@ AppModel::AppModel(Ports ports, Environment environment, QObject* parent)
                            [&clock = ports.clock] { return clock.now(); })),
       library_(ports, prefs_, document_, environment_.locale),
       workspaces_(environment_.paths.workspaces()),
-      grid_(document_, library_, workspaces_, ports.defaults), opener_(library_, ports.runningApps),
-      running_(ports), learned_({.library = library_,
-                                 .grid = grid_,
-                                 .running = running_,
-                                 .workspaces = workspaces_,
-                                 .prefs = prefs_,
-                                 .ports = ports_,
-                                 .environment = environment_}),
+      grid_(document_, library_, workspaces_, ports.defaults),
+      opener_(library_, ports.runningApps, notices_), running_(ports),
+      learned_({.library = library_,
+                .grid = grid_,
+                .running = running_,
+                .workspaces = workspaces_,
+                .prefs = prefs_,
+                .ports = ports_,
+                .environment = environment_}),
       editor_({.document = document_,
                .library = library_,
                .grid = grid_,
                .usage = learned_.usage(),
+               .notices = notices_,
                .ports = ports_,
                .environment = environment_}),
       workspaceCenter_(
@@ -56,7 +58,7 @@ AppModel::AppModel(Ports ports, Environment environment, QObject* parent)
                       .clock = ports.clock,
                       .scheduler = ports.scheduler,
                       .locate = [this](const BundleID& id) { return library_.locate(id); },
-                      .post = [this](const Notice& notice) { Q_EMIT noticePosted(notice); }},
+                      .notices = notices_},
            .workspaces = workspaces_,
            .prefs = prefs_,
            .protectedApps = [this] { return protectedApps(); },
@@ -87,7 +89,7 @@ AppModel::AppModel(Ports ports, Environment environment, QObject* parent)
     });
     connect(this, &AppModel::appLaunched, &workspaceCenter_, &WorkspaceCenter::appLaunched);
     connect(&document_, &BoardDocument::saveFailed, this, [this](const std::error_code& error) {
-        Q_EMIT noticePosted(Notice::error("Couldn't save the layout: " + error.message()));
+        notices_.post(Notice::error("Couldn't save the layout: " + error.message()));
     });
     forwardSignals();
 }
@@ -101,9 +103,6 @@ void AppModel::forwardSignals() {
     connect(&running_, &RunningTracker::badgesChanged, this, &AppModel::badgesChanged);
     connect(&workspaceCenter_, &WorkspaceCenter::launcherHideRequested, this,
             &AppModel::launcherHideRequested);
-    connect(&opener_, &AppOpener::noticePosted, this, &AppModel::noticePosted);
-    connect(&editor_, &BoardEditor::noticePosted, this, &AppModel::noticePosted);
-    connect(&workspaceCenter_, &WorkspaceCenter::noticePosted, this, &AppModel::noticePosted);
 }
 
 AppModel::~AppModel() {
@@ -164,7 +163,7 @@ void AppModel::reconcile(const std::optional<std::string>& reason) {
         const std::string text = added.size() == 1
                                      ? library_.name(added.front()) + " added to vellory"
                                      : std::to_string(added.size()) + " new apps added";
-        Q_EMIT noticePosted(Notice::confirmation(text, "plus.app"));
+        notices_.post(Notice::confirmation(text, "plus.app"));
     }
 }
 

@@ -16,7 +16,7 @@
 #include "model/AppOpener.h"
 #include "model/BoardDocument.h"
 #include "model/BoardEditor.h"
-#include "model/Notice.h"
+#include "model/Notices.h"
 #include "model/Ports.h"
 #include "model/Prefs.h"
 #include "model/RunningTracker.h"
@@ -72,6 +72,9 @@ class AppModel : public QObject {
     /// The apps with windows of their own that run now.
     const std::set<BundleID>& running() const { return running_.running(); }
     const std::map<BundleID, std::string>& badges() const { return running_.badges(); }
+    /// Everything that is told to the user.
+    Notices& notices() { return notices_; }
+    const Notices& notices() const { return notices_; }
     Prefs& prefs() { return prefs_; }
     const Prefs& prefs() const { return prefs_; }
     WorkspaceList& workspaces() { return workspaces_; }
@@ -236,7 +239,6 @@ class AppModel : public QObject {
     void badgesChanged();
     /// Anything about the grid changed: which tiles there are, their order, names or pictures.
     void visibleTilesChanged();
-    void noticePosted(const vellory::Notice& notice);
     /// The user has not been welcomed yet.
     void welcomeRequested();
     /// An app was started, here or elsewhere; it has been counted.
@@ -264,6 +266,7 @@ class AppModel : public QObject {
     Ports ports_;
     Environment environment_;
     // In this order: each is handed some of those before it.
+    Notices notices_;
     Prefs prefs_;
     BoardDocument document_;
     AppLibrary library_;

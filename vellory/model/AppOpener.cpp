@@ -8,8 +8,8 @@
 
 namespace vellory {
 
-AppOpener::AppOpener(const AppLibrary& library, RunningApps& runningApps, QObject* parent)
-    : QObject(parent), library_(library), runningApps_(runningApps) {}
+AppOpener::AppOpener(const AppLibrary& library, RunningApps& runningApps, Notices& notices)
+    : library_(library), runningApps_(runningApps), notices_(notices) {}
 
 void AppOpener::launch(const BundleID& id) {
     open(id, RunningApps::Open::bringForward);
@@ -35,7 +35,7 @@ bool AppOpener::openFile(const BundleID& id, const std::filesystem::path& file) 
     const InstalledApp* installed = library_.app(id);
     std::error_code error;
     if (!std::filesystem::exists(file, error)) {
-        Q_EMIT noticePosted(Notice::error("Couldn't open " + file.filename().string()));
+        notices_.post(Notice::error("Couldn't open " + file.filename().string()));
         return false;
     }
     if (installed != nullptr) {
@@ -45,10 +45,10 @@ bool AppOpener::openFile(const BundleID& id, const std::filesystem::path& file) 
 }
 
 RunningApps::Completion AppOpener::noticeOnFailure(const BundleID& id) {
-    return [self = QPointer(this), text = "Couldn't open " + library_.name(id)](
+    return [notices = QPointer(&notices_), text = "Couldn't open " + library_.name(id)](
                const std::optional<std::string>& failure) {
-        if (self && failure) {
-            Q_EMIT self->noticePosted(Notice::error(text));
+        if (notices && failure) {
+            notices->post(Notice::error(text));
         }
     };
 }

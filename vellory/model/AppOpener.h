@@ -4,22 +4,18 @@
 #include <filesystem>
 #include <string>
 
-#include <QObject>
-
 #include "Apps/InstalledApp.h"
 #include "model/AppLibrary.h"
-#include "model/Notice.h"
+#include "model/Notices.h"
 #include "platform/RunningApps.h"
 
 namespace vellory {
 
 /// Opens apps for the user, and says so when one does not open. Identifiers of apps that are not
 /// installed do nothing.
-class AppOpener : public QObject {
-    Q_OBJECT
-
+class AppOpener {
   public:
-    AppOpener(const AppLibrary& library, RunningApps& runningApps, QObject* parent = nullptr);
+    AppOpener(const AppLibrary& library, RunningApps& runningApps, Notices& notices);
 
     /// Opens the app, or brings it to the front when it runs.
     void launch(const BundleID& id);
@@ -30,15 +26,13 @@ class AppOpener : public QObject {
     /// Opens a file with the app; false when that is known to be in vain.
     bool openFile(const BundleID& id, const std::filesystem::path& file);
 
-  Q_SIGNALS:
-    void noticePosted(const vellory::Notice& notice);
-
   private:
     void open(const BundleID& id, RunningApps::Open mode);
     RunningApps::Completion noticeOnFailure(const BundleID& id);
 
     const AppLibrary& library_;
     RunningApps& runningApps_;
+    Notices& notices_;
 };
 
 } // namespace vellory

@@ -223,7 +223,7 @@ void BoardEditor::resetCover(const Uuid& folder) {
 
 std::optional<std::string> BoardEditor::pathOf(const Added& added) {
     if (!added) {
-        Q_EMIT noticePosted(Notice::error("Couldn't use the picture: " + added.error().message()));
+        parts_.notices.post(Notice::error("Couldn't use the picture: " + added.error().message()));
         return std::nullopt;
     }
     return added->string();
@@ -242,7 +242,7 @@ void BoardEditor::usePicture(const std::string& reason, const std::function<void
         forgetUnusedPictures();
         break;
     }
-    Q_EMIT noticePosted(Notice::confirmation(reason, "photo"));
+    parts_.notices.post(Notice::confirmation(reason, "photo"));
 }
 
 void BoardEditor::forgetUnusedPictures() const {
@@ -316,13 +316,13 @@ void BoardEditor::restore(const BoardStore::Snapshot& snapshot) {
                                "Restored " +
                                    dateText(snapshot.date, parts_.environment.calendar)) !=
         BoardDocument::Change::unsaved) {
-        Q_EMIT noticePosted(Notice::confirmation("Layout restored", "clock.arrow.circlepath"));
+        parts_.notices.post(Notice::confirmation("Layout restored", "clock.arrow.circlepath"));
     }
 }
 
 void BoardEditor::saveLayout(const std::string& name) {
     const auto saved = layouts_.save(parts_.document.board(), name);
-    Q_EMIT noticePosted(saved ? Notice::confirmation(LayoutTexts::saved(name),
+    parts_.notices.post(saved ? Notice::confirmation(LayoutTexts::saved(name),
                                                      std::string(LayoutTexts::savedSymbol))
                               : Notice::error(LayoutTexts::couldNotSave(saved.error().message())));
 }
@@ -330,7 +330,7 @@ void BoardEditor::saveLayout(const std::string& name) {
 void BoardEditor::loadSavedLayout(const std::string& name) {
     std::optional<Board> kept = layouts_.load(name);
     if (!kept) {
-        Q_EMIT noticePosted(Notice::error(LayoutTexts::missing(name)));
+        parts_.notices.post(Notice::error(LayoutTexts::missing(name)));
         return;
     }
     // A change that cannot be saved says so itself.
@@ -341,7 +341,7 @@ void BoardEditor::loadSavedLayout(const std::string& name) {
     std::ignore = parts_.library.bringInStep(inStep);
     parts_.document.change(std::move(inStep), std::nullopt);
     if (!isUnsaved) {
-        Q_EMIT noticePosted(Notice::confirmation(LayoutTexts::switchedTo(name)));
+        parts_.notices.post(Notice::confirmation(LayoutTexts::switchedTo(name)));
     }
 }
 
@@ -363,7 +363,7 @@ void BoardEditor::editFolder(const Uuid& folder, const std::string& reason, cons
 
 void BoardEditor::commit(Board next, const std::string& reason, const Notice& notice) {
     if (parts_.document.change(std::move(next), reason) == BoardDocument::Change::saved) {
-        Q_EMIT noticePosted(notice);
+        parts_.notices.post(notice);
     }
 }
 

@@ -16,7 +16,7 @@
 #include "model/AppLibrary.h"
 #include "model/BoardDocument.h"
 #include "model/IconLibrary.h"
-#include "model/Notice.h"
+#include "model/Notices.h"
 #include "model/Ports.h"
 #include "model/ShownGrid.h"
 
@@ -38,6 +38,7 @@ class BoardEditor : public QObject {
         const AppLibrary& library;
         const ShownGrid& grid;
         const UsageStore& usage;
+        Notices& notices;
         Ports ports;
         Environment environment;
     };
@@ -81,7 +82,6 @@ class BoardEditor : public QObject {
     std::vector<std::string> savedLayouts() const;
 
   Q_SIGNALS:
-    void noticePosted(const vellory::Notice& notice);
     /// A picture on the board is another one now, under the same name.
     void pictureReplaced();
 

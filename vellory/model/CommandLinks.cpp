@@ -94,8 +94,7 @@ void CommandLinks::openFocusSession(const Link& link) {
 }
 
 void CommandLinks::sayUnknown(const std::string& workspace) {
-    Q_EMIT model_.noticePosted(
-        {"No workspace named “" + workspace + "”", "questionmark.circle", 3.0});
+    model_.notices().post({"No workspace named “" + workspace + "”", "questionmark.circle", 3.0});
 }
 
 } // namespace vellory

@@ -171,6 +171,11 @@ class LauncherState : public QObject {
     /// Everything typed, opened, highlighted and selected is forgotten, and the first page shown.
     void reset();
 
+    /// Asks for the launcher to go from the screen.
+    void requestHide() { Q_EMIT hideRequested(); }
+    /// Asks for the menu of this item; -1 for the background's.
+    void requestMenu(int index) { Q_EMIT menuRequested(index); }
+
     // Input. Both tell whether they used the event.
     bool handleKey(const KeyPress& press);
     bool handleScroll(const Scroll& scroll);
@@ -189,7 +194,6 @@ class LauncherState : public QObject {
     void selectedChanged();
     void renamingChanged();
     void panelChanged();
-    /// The user asked for the menu of this item by the keyboard; -1 for the background's.
     void menuRequested(int index);
     void hintsChanged();
     void keepOpenChanged();

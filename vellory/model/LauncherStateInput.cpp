@@ -25,7 +25,7 @@ void LauncherState::back() {
     } else if (panel_ != Panel::none) {
         setPanel(Panel::none);
     } else {
-        Q_EMIT hideRequested();
+        requestHide();
     }
 }
 
@@ -61,7 +61,7 @@ void LauncherState::openFile(const BundleID& id, const std::filesystem::path& fi
 
 void LauncherState::hideAfterLaunch() {
     if (!keepOpen_) {
-        Q_EMIT hideRequested();
+        requestHide();
     }
 }
 
@@ -111,7 +111,7 @@ bool LauncherState::handleKey(const KeyPress& press) {
         }
         return true;
     case KeyCommand::Kind::menu:
-        Q_EMIT menuRequested(highlight_.value_or(-1));
+        requestMenu(highlight_.value_or(-1));
         return true;
     case KeyCommand::Kind::pickUp:
         if (const Tile* tile = highlighted()) {

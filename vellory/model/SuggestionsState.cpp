@@ -136,7 +136,7 @@ void SuggestionsState::accept() {
     hasAnswered_ = true;
     model_.learned().habits().accept(habit, name, opensAtTime_ ? OpenAtTime::yes : OpenAtTime::no);
     setOffered(std::nullopt);
-    Q_EMIT noticePosted(Notice::confirmation("Saved “" + name + "” as a workspace"));
+    model_.notices().post(Notice::confirmation("Saved “" + name + "” as a workspace"));
 }
 
 void SuggestionsState::dismiss() {

@@ -11,7 +11,6 @@
 
 #include "Usage/HabitDetector.h"
 #include "model/KeyCommand.h"
-#include "model/Notice.h"
 #include "model/SmartList.h"
 
 namespace vellory {
@@ -68,7 +67,6 @@ class SuggestionsState : public QObject {
     void highlightChanged();
     void offeredChanged();
     void opensAtTimeChanged();
-    void noticePosted(const vellory::Notice& notice);
 
   private:
     enum class Apps {

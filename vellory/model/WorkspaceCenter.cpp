@@ -52,7 +52,7 @@ void WorkspaceCenter::open(const Workspace& workspace, std::optional<int> minute
     runner_.open(workspace, protectedApps);
     scheduleSessionEnd();
     if (minutes) {
-        Q_EMIT noticePosted(
+        parts_.runner.notices.post(
             Notice::confirmation(WorkspaceTexts::sessionBegan(workspace.name, *minutes),
                                  std::string(WorkspaceTexts::sessionBeganSymbol)));
     }
@@ -71,8 +71,8 @@ std::set<BundleID> WorkspaceCenter::close(bool silently, const std::set<BundleID
     parts_.workspaces.setActive(std::nullopt);
     Q_EMIT sessionChanged();
     if (!silently) {
-        Q_EMIT noticePosted(Notice::confirmation(WorkspaceTexts::closed(name),
-                                                 std::string(WorkspaceTexts::closedSymbol)));
+        parts_.runner.notices.post(Notice::confirmation(WorkspaceTexts::closed(name),
+                                                        std::string(WorkspaceTexts::closedSymbol)));
     }
     return quitting;
 }
@@ -102,8 +102,8 @@ void WorkspaceCenter::checkSession() {
     const std::string name =
         active == nullptr ? std::string(WorkspaceTexts::unnamedSession) : active->name;
     close(true);
-    Q_EMIT noticePosted(Notice::hint(WorkspaceTexts::sessionFinished(name),
-                                     std::string(WorkspaceTexts::sessionFinishedSymbol)));
+    parts_.runner.notices.post(Notice::hint(WorkspaceTexts::sessionFinished(name),
+                                            std::string(WorkspaceTexts::sessionFinishedSymbol)));
     parts_.runner.desktop.playSound(std::string(WorkspaceTexts::sessionFinishedSound));
 }
 

@@ -13,7 +13,6 @@
 #include "Workspaces/OpenDesk.h"
 #include "Workspaces/Workspace.h"
 #include "Workspaces/WorkspaceSession.h"
-#include "model/Notice.h"
 #include "model/Prefs.h"
 #include "model/WorkspaceList.h"
 #include "model/WorkspaceRunner.h"
@@ -94,7 +93,6 @@ class WorkspaceCenter : public QObject {
     /// A focus session goes on: `remaining` is another.
     void remainingChanged();
     void launcherHideRequested();
-    void noticePosted(const vellory::Notice& notice);
 
   private:
     std::string nameOf(const Uuid& workspace, std::string_view otherwise) const;

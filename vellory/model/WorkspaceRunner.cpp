@@ -105,15 +105,16 @@ void WorkspaceRunner::finishOpening() {
         perform(action);
     }
     if (!workspace_.windows.empty() && !parts_.windowPlacer.isTrusted(false)) {
-        parts_.post(Notice::hint(std::string(WorkspaceTexts::windowsNeedPermission),
-                                 std::string(WorkspaceTexts::windowsNeedPermissionSymbol)));
+        parts_.notices.post(Notice::hint(std::string(WorkspaceTexts::windowsNeedPermission),
+                                         std::string(WorkspaceTexts::windowsNeedPermissionSymbol)));
         parts_.windowPlacer.isTrusted(true);
     }
     if (firstOpened_ && !parts_.runningApps.activate(*firstOpened_)) {
         awaited_ = firstOpened_;
         awaitedUntil_ = parts_.clock.now() + patience;
     }
-    parts_.post(Notice::confirmation(WorkspaceTexts::opened(workspace_.name), workspace_.symbol));
+    parts_.notices.post(
+        Notice::confirmation(WorkspaceTexts::opened(workspace_.name), workspace_.symbol));
 }
 
 void WorkspaceRunner::appLaunched(const BundleID& app) {

@@ -11,7 +11,7 @@
 #include "Support/Date.h"
 #include "Workspaces/Workspace.h"
 #include "Workspaces/WorkspaceSession.h"
-#include "model/Notice.h"
+#include "model/Notices.h"
 #include "model/Ports.h"
 #include "platform/RunningApps.h"
 #include "platform/Scheduler.h"
@@ -40,7 +40,7 @@ class WorkspaceRunner {
         Scheduler& scheduler;
         /// Where an app is, be it on the grid or not.
         std::function<std::optional<InstalledApp>(const BundleID&)> locate;
-        std::function<void(const Notice&)> post;
+        Notices& notices;
     };
 
     explicit WorkspaceRunner(Parts parts) : parts_(std::move(parts)) {}

@@ -23,9 +23,6 @@ LauncherController::LauncherController(Parts parts, QObject* parent)
       suggestionsModel_(parts.model, parts.state, suggestions_, viewModel_),
       settings_(parts.model, QDir::homePath().toStdString()),
       workspaces_(parts.model, parts.state, parts.scheduler, viewModel_) {
-    connect(&suggestions_, &SuggestionsState::noticePosted, viewModel_.notices(),
-            &NoticeList::post);
-    connect(&settings_, &SettingsViewModel::noticePosted, viewModel_.notices(), &NoticeList::post);
     connect(&parts_.state, &LauncherState::hideRequested, this, &LauncherController::hide);
     connect(&parts_.model, &AppModel::launcherHideRequested, this, &LauncherController::hide);
     connect(&keyCatcher_, &KeyCatcher::caught, this,

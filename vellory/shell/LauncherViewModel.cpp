@@ -22,14 +22,13 @@ LauncherViewModel::LauncherViewModel(AppModel& model, LauncherState& state,
                                      std::shared_ptr<IconSources> iconSources, QObject* parent)
     : QObject(parent), model_(model), state_(state), iconSources_(std::move(iconSources)),
       search_(model, state), restriction_(model, state), drag_(state), history_(model) {
-    connect(&search_, &SearchViewModel::noticePosted, &notices_, &NoticeList::post);
     connect(&model_, &AppModel::visibleTilesChanged, this, &LauncherViewModel::updateIconSources);
     connect(&model_, &AppModel::visibleTilesChanged, this, &LauncherViewModel::scheduleUpdate);
     // At once: whoever shows a new app asks for its icon in the same turn.
     connect(&model_, &AppModel::appsChanged, this, &LauncherViewModel::updateIconSources);
     connect(&model_, &AppModel::runningChanged, this, &LauncherViewModel::scheduleUpdate);
     connect(&model_, &AppModel::badgesChanged, this, &LauncherViewModel::scheduleUpdate);
-    connect(&model_, &AppModel::noticePosted, &notices_, &NoticeList::post);
+    connect(&model_.notices(), &Notices::posted, &notices_, &NoticeList::post);
     connect(&model_, &AppModel::welcomeRequested, this, [this] {
         welcoming_ = true;
         Q_EMIT welcomingChanged();

@@ -160,7 +160,7 @@ class LauncherViewModel : public QObject {
     Q_INVOKABLE void closeFolder();
     Q_INVOKABLE void clearQuery();
     Q_INVOKABLE void back() { state_.back(); }
-    Q_INVOKABLE void hide() { Q_EMIT state_.hideRequested(); }
+    Q_INVOKABLE void hide() { state_.requestHide(); }
     Q_INVOKABLE void goToPage(int page) { state_.goToPage(page); }
     Q_INVOKABLE void goToFolderPage(int page) { state_.step(page - state_.folderPage()); }
     /// What a drag of the mouse over the grid's background means, as `PageDrag` says: of the pages,

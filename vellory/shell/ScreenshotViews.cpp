@@ -154,8 +154,7 @@ void pretendSession(const Scene& scene) {
 void openMenu(const Scene& scene) {
     const Tile* folder = firstFolder(scene.model);
     const auto& tiles = scene.model.visibleTiles();
-    Q_EMIT scene.state.menuRequested(folder == nullptr ? 0
-                                                       : static_cast<int>(folder - tiles.data()));
+    scene.state.requestMenu(folder == nullptr ? 0 : static_cast<int>(folder - tiles.data()));
 }
 
 void movePointer(QQuickWindow& window, QEvent::Type type, QPointF to) {

@@ -94,7 +94,7 @@ void reportTo(QTimer& settling, LauncherController& controller, const AppModel& 
         settling.stop();
         say("hidden");
     });
-    QObject::connect(&model, &AppModel::noticePosted, &settling,
+    QObject::connect(&model.notices(), &Notices::posted, &settling,
                      [](const Notice& notice) { say("notice " + notice.text); });
     QObject::connect(&model, &AppModel::appLaunched, &settling,
                      [](const std::string& id) { say("launched " + id); });

@@ -18,7 +18,7 @@ SearchViewModel::SearchViewModel(AppModel& model, LauncherState& state, QObject*
     connect(&model_, &AppModel::badgesChanged, this, &SearchViewModel::resultsChanged);
     connect(&state_, &LauncherState::copyRequested, this, [this](const std::string& text) {
         QGuiApplication::clipboard()->setText(QString::fromStdString(text));
-        Q_EMIT noticePosted(Notice::confirmation(text + " copied"));
+        model_.notices().post(Notice::confirmation(text + " copied"));
     });
 }
 

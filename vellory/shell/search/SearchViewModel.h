@@ -8,7 +8,6 @@
 
 #include "model/AppModel.h"
 #include "model/LauncherState.h"
-#include "model/Notice.h"
 #include "shell/search/SearchCell.h"
 
 namespace vellory {
@@ -52,7 +51,6 @@ class SearchViewModel : public QObject {
     void resultsChanged();
     void highlightChanged();
     void matchColorChanged();
-    void noticePosted(const vellory::Notice& notice);
 
   private:
     QString marked(const std::string& name) const;

@@ -68,7 +68,7 @@ void SettingsViewModel::setCloseApps(int index) {
 }
 
 void SettingsViewModel::installCommand() {
-    Q_EMIT noticePosted(command_.install());
+    model_.notices().post(command_.install());
     Q_EMIT hasCommandChanged();
 }
 

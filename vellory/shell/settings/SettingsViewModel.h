@@ -11,7 +11,6 @@
 
 #include "model/AppModel.h"
 #include "model/CommandLineTool.h"
-#include "model/Notice.h"
 #include "shell/workspaces/ProtectedApps.h"
 
 namespace vellory {
@@ -108,7 +107,6 @@ class SettingsViewModel : public QObject {
     void pageChanged();
     void prefsChanged();
     void hasCommandChanged();
-    void noticePosted(const vellory::Notice& notice);
     void smartListModeChanged();
     void habitsChanged();
     void unusedAppsChanged();

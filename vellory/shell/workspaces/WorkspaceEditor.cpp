@@ -237,8 +237,8 @@ void WorkspaceEditor::captureWindows() {
     auto windows = model_.workspaceCenter().captureWindows(*workspace);
     if (windows.empty()) {
         // What is saved stays.
-        Q_EMIT noticePosted(Notice::hint(tr("None of its apps has a window open").toStdString(),
-                                         "macwindow.badge.plus"));
+        model_.notices().post(Notice::hint(tr("None of its apps has a window open").toStdString(),
+                                           "macwindow.badge.plus"));
         return;
     }
     change([&](Workspace& changed) { changed.windows = std::move(windows); });
@@ -390,7 +390,7 @@ void WorkspaceEditor::clearShortcut() {
 
 void WorkspaceEditor::copy(const QString& text) {
     QGuiApplication::clipboard()->setText(text);
-    Q_EMIT noticePosted(Notice::confirmation(tr("Copied").toStdString(), "square.on.square"));
+    model_.notices().post(Notice::confirmation(tr("Copied").toStdString(), "square.on.square"));
 }
 
 } // namespace vellory

@@ -12,7 +12,6 @@
 #include <QtQml/qqmlregistration.h>
 
 #include "model/AppModel.h"
-#include "model/Notice.h"
 #include "shell/workspaces/RowList.h"
 
 namespace vellory {
@@ -123,7 +122,6 @@ class WorkspaceEditor : public QObject {
     void workspaceChanged();
     void changed();
     void shortcutChanged();
-    void noticePosted(const vellory::Notice& notice);
 
   private:
     /// The workspace as it is stored; nothing while none is edited.

@@ -33,7 +33,6 @@ WorkspacesViewModel::WorkspacesViewModel(AppModel& model, LauncherState& state,
             &WorkspacesViewModel::updateRows);
     connect(&model_.workspaceShortcuts(), &WorkspaceShortcuts::changed, this,
             &WorkspacesViewModel::updateRows);
-    connect(&editor_, &WorkspaceEditor::noticePosted, launcher_.notices(), &NoticeList::post);
     connect(&state_, &LauncherState::panelChanged, this, [this] {
         if (state_.panel() == LauncherState::Panel::none) {
             editor_.close();
