@@ -19,12 +19,13 @@ int GridGeometry::pageCount(int count) const {
 QRectF GridGeometry::cell(int index) const {
     const int page = isList ? 0 : index / perPage();
     const int slot = isList ? index : index % perPage();
+    const int row = slot / columns;
     const int column = slot % columns;
     const int shownColumn = mirrored ? columns - 1 - column : column;
     const double width = (size.width() - 2 * sideMargin) / columns;
     const double height = size.height() / rows;
     const double pageLeft = (mirrored ? -1 : 1) * page * size.width();
-    return {pageLeft + sideMargin + shownColumn * width, slot / columns * height, width, height};
+    return {pageLeft + sideMargin + shownColumn * width, row * height, width, height};
 }
 
 QPointF GridGeometry::origin(double position) const {
@@ -59,9 +60,10 @@ GridGeometry::Place GridGeometry::placeAt(QPointF point, double position, int co
 
 double GridGeometry::rippleDelay(int index, QPointF origin) const {
     const int slot = isList ? index : index % perPage();
+    const int row = slot / columns;
     const int column = slot % columns;
     return GridMotion::rippleDelay({mirrored ? columns - 1 - column : column,
-                                    std::min(slot / columns, rows - 1), columns, rows},
+                                    std::min(row, rows - 1), columns, rows},
                                    {origin.x(), origin.y()}, 1.0);
 }
 

@@ -9,7 +9,6 @@
 #include <QIcon>
 #include <QQuickItem>
 #include <QQuickWindow>
-#include <QScopeGuard>
 #include <QTimeZone>
 #include <QTimer>
 
@@ -210,7 +209,115 @@ std::expected<FirstStart, int> meetOthers(const CommandLine& options,
     return first;
 }
 
-int run(CommandLine options, const char* program) {
+/// This machine's implementations of the ports, in the order in which they need each other.
+struct Machine {
+    Machine(const LinuxPlatform::Start& start, const LinuxPlatform::Folders& folders)
+        : settings(folders.settings), platform(start, folders, loop, scheduler) {}
+    Machine(const Machine&) = delete;
+    Machine& operator=(const Machine&) = delete;
+    /// Work that is under way asks the platform, whoever began it and has gone by then.
+    ~Machine() { scheduler.endBackground(); }
+
+    Ports ports() {
+        return {.catalogue = platform.catalogue(),
+                .runningApps = platform.runningApps(),
+                .windowPlacer = platform.windowPlacer(),
+                .desktop = platform.desktop(),
+                .displays = displays,
+                .focusSource = platform.focusSource(),
+                .hotKeys = platform.hotKeys(),
+                .metadata = platform.metadata(),
+                .folderWatcher = folderWatcher,
+                .imageChooser = imageChooser,
+                .clock = clock,
+                .scheduler = scheduler,
+                .defaults = settings};
+    }
+
+    QtScheduler scheduler;
+    SystemClock clock;
+    QtEventLoop loop;
+    LinuxFolderWatcher folderWatcher{loop};
+    QtDisplays displays;
+    QtSettings settings;
+    ImageFileChooser imageChooser;
+    LinuxPlatform platform;
+};
+
+/// The launcher on a machine: its model and its window.
+struct Program {
+    Program(Machine& machine, Environment environment)
+        : machine(machine), model(machine.ports(), std::move(environment)), state(model),
+          controller({.model = model,
+                      .state = state,
+                      .icons = machine.platform.icons(),
+                      .desktop = machine.platform.desktop(),
+                      .scheduler = machine.scheduler}) {}
+
+    Machine& machine;
+    AppModel model;
+    LauncherState state;
+    LauncherController controller;
+};
+
+/// Stays until it is told to end, and obeys the links that come. `first` is its place among the
+/// user's other starts, for one that has such a place.
+int stay(Program& program, const CommandLine& options, const LinuxPlatform::Start& start,
+         std::optional<FirstStart> first) {
+    Machine& machine = program.machine;
+    LauncherController& controller = program.controller;
+    CommandLinks links(program.model, program.state);
+    connectLinks(links, controller, program.state);
+    LinkHandling handling(links, controller, start.environment());
+    LinkQueue queue(machine.scheduler, [&](const LinkRequest& request) { handling.obey(request); });
+    const LinkReceiver receiver = [&](LinkRequest request, LinkAnswer answer) {
+        queue.add(std::move(request), std::move(answer));
+    };
+    std::optional<LinkServer> server;
+    std::optional<ApplicationBus> bus;
+    if (first && first->place) {
+        server.emplace(std::move(*first->place), machine.loop, machine.scheduler, receiver);
+        bus.emplace(start.environment(), machine.loop, receiver);
+    }
+    // Not quit: that asks the windows first, and the launcher's only hides when it is closed.
+    const EndSignals endSignals(machine.loop, [] { QCoreApplication::exit(0); });
+    QTimer settling;
+    if (options.report) {
+        reportTo(settling, controller, program.model);
+    }
+    const bool isShown = options.show != CommandLine::Show::hidden && !options.link;
+    if (isShown) {
+        controller.expectShow();
+    }
+    program.model.start();
+    if (options.link) {
+        links.handle(*options.link);
+        if (first && first->background) {
+            first->background->succeeded();
+        }
+    } else if (isShown) {
+        controller.show();
+    }
+    machine.imageChooser.attach(controller.window().engine(), &controller.window());
+    return QGuiApplication::exec();
+}
+
+/// What Qt must know before its application object is made.
+void prepareQt(const CommandLine& options, const LinuxPlatform::Start& start) {
+    if (!start.hasGraphics() || options.screenshot) {
+        QQuickWindow::setSceneGraphBackend("software");
+    }
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    if (options.screenshot && options.scale != 1) {
+        qputenv("QT_SCALE_FACTOR", QByteArray::number(options.scale));
+    }
+    QGuiApplication::setApplicationName("vellory");
+    QGuiApplication::setDesktopFileName(platformID);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+}
+
+int run(CommandLine options, const char* name) {
     const LinuxPlatform::Start start = LinuxPlatform::begin(options.apps);
     std::optional<ScratchCopy> scratch;
     if (options.leavesFilesAlone()) {
@@ -221,114 +328,39 @@ int run(CommandLine options, const char* program) {
         }
         options.support = scratch.emplace(*std::move(copy)).folder();
     }
-    const bool isPicture = options.screenshot.has_value();
-    const bool isHidden = options.show == CommandLine::Show::hidden;
-
     std::optional<FirstStart> first;
-    if (!isPicture && !options.support) {
+    if (!options.screenshot && !options.support) {
         auto met = meetOthers(options, start);
         if (!met) {
             return met.error();
         }
         first = std::move(*met);
     }
-    if (!isPicture && !start.hasDisplay()) {
+    if (!options.screenshot && !start.hasDisplay()) {
         return fail("there is no display to open on (is DISPLAY set?); --screenshot FILE renders a "
                     "view without one");
     }
-    if (!start.hasGraphics() || isPicture) {
-        QQuickWindow::setSceneGraphBackend("software");
-    }
-    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
-        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-    QtArguments arguments(program, options);
-    if (isPicture && options.scale != 1) {
-        qputenv("QT_SCALE_FACTOR", QByteArray::number(options.scale));
-    }
-    QGuiApplication application(arguments.count(), arguments.values());
-    QGuiApplication::setApplicationName("vellory");
-    QGuiApplication::setDesktopFileName(platformID);
-    QGuiApplication::setQuitOnLastWindowClosed(false);
+    prepareQt(options, start);
+    QtArguments arguments(name, options);
+    const QGuiApplication application(arguments.count(), arguments.values());
 
-    QtScheduler scheduler;
-    SystemClock clock;
-    QtEventLoop loop;
-    LinuxFolderWatcher folderWatcher(loop);
-    QtDisplays displays;
     const LinuxPlatform::Folders folders = start.folders(options.support);
-    QtSettings settings(folders.settings);
-    ImageFileChooser imageChooser;
-    LinuxPlatform platform(start, folders, loop, scheduler);
-    // Work that is under way asks the platform, whoever began it and has gone by then.
-    const auto backgroundEnds = qScopeGuard([&] { scheduler.endBackground(); });
-
-    AppModel model({.catalogue = platform.catalogue(),
-                    .runningApps = platform.runningApps(),
-                    .windowPlacer = platform.windowPlacer(),
-                    .desktop = platform.desktop(),
-                    .displays = displays,
-                    .focusSource = platform.focusSource(),
-                    .hotKeys = platform.hotKeys(),
-                    .metadata = platform.metadata(),
-                    .folderWatcher = folderWatcher,
-                    .imageChooser = imageChooser,
-                    .clock = clock,
-                    .scheduler = scheduler,
-                    .defaults = settings},
-                   {.paths = VelloryPaths(folders.data, options.support),
-                    .locale = start.sortLocale(),
-                    .newID = Uuid::random,
-                    .ownID = platformID,
-                    .desktopApps = platform.desktopApps(),
-                    .calendar = Calendar(QTimeZone::systemTimeZoneId().toStdString())});
-    LauncherState state(model);
-    LauncherController controller({.model = model,
-                                   .state = state,
-                                   .icons = platform.icons(),
-                                   .desktop = platform.desktop(),
-                                   .scheduler = scheduler});
-    controller.viewModel().setDark(options.dark.value_or(platform.prefersDark()));
-
-    if (isPicture) {
-        model.start();
-        const auto taken = takeScreenshot(*options.view, {controller, model, state, options.size},
-                                          *options.screenshot);
-        return taken ? 0 : fail(taken.error());
+    Machine machine(start, folders);
+    Program program(machine, {.paths = VelloryPaths(folders.data, options.support),
+                              .locale = start.sortLocale(),
+                              .newID = Uuid::random,
+                              .ownID = platformID,
+                              .desktopApps = machine.platform.desktopApps(),
+                              .calendar = Calendar(QTimeZone::systemTimeZoneId().toStdString())});
+    program.controller.viewModel().setDark(options.dark.value_or(machine.platform.prefersDark()));
+    if (!options.screenshot) {
+        return stay(program, options, start, std::move(first));
     }
-
-    CommandLinks links(model, state);
-    connectLinks(links, controller, state);
-    LinkHandling handling(links, controller, start.environment());
-    LinkQueue queue(scheduler, [&](const LinkRequest& request) { handling.obey(request); });
-    const LinkReceiver receiver = [&](LinkRequest request, LinkAnswer answer) {
-        queue.add(std::move(request), std::move(answer));
-    };
-    std::optional<LinkServer> server;
-    std::optional<ApplicationBus> bus;
-    if (first && first->place) {
-        server.emplace(std::move(*first->place), loop, scheduler, receiver);
-        bus.emplace(start.environment(), loop, receiver);
-    }
-    // Not quit: that asks the windows first, and the launcher's only hides when it is closed.
-    const EndSignals endSignals(loop, [] { QCoreApplication::exit(0); });
-    QTimer settling;
-    if (options.report) {
-        reportTo(settling, controller, model);
-    }
-    if (!isHidden && !options.link) {
-        controller.expectShow();
-    }
-    model.start();
-    if (options.link) {
-        links.handle(*options.link);
-        if (first && first->background) {
-            first->background->succeeded();
-        }
-    } else if (!isHidden) {
-        controller.show();
-    }
-    imageChooser.attach(controller.window().engine(), &controller.window());
-    return QGuiApplication::exec();
+    program.model.start();
+    const auto taken = takeScreenshot(
+        *options.view, {program.controller, program.model, program.state, options.size},
+        *options.screenshot);
+    return taken ? 0 : fail(taken.error());
 }
 
 } // namespace

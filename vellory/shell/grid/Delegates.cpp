@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "shell/grid/Delegates.h"
 
-#include <memory>
-
 #include <QQmlComponent>
 #include <QQmlContext>
 #include <QQmlInfo>
@@ -12,16 +10,16 @@ namespace vellory {
 
 QQuickItem* makeDelegate(QQmlComponent& component, const QVariantMap& properties,
                          QQuickItem& parent, const QQuickItem& owner) {
-    std::unique_ptr<QObject> object(
-        component.createWithInitialProperties(properties, component.creationContext()));
-    auto* item = qobject_cast<QQuickItem*>(object.get());
+    QObject* object =
+        component.createWithInitialProperties(properties, component.creationContext());
+    auto* item = qobject_cast<QQuickItem*>(object);
     if (item == nullptr) {
+        delete object;
         for (const QQmlError& error : component.errors()) {
             qmlWarning(&owner) << error.toString();
         }
         return nullptr;
     }
-    object.release();
     item->setParentItem(&parent);
     item->setParent(&parent);
     return item;
