@@ -62,9 +62,9 @@ double GridGeometry::rippleDelay(int index, QPointF origin) const {
     const int slot = isList ? index : index % perPage();
     const int row = slot / columns;
     const int column = slot % columns;
-    return GridMotion::rippleDelay({mirrored ? columns - 1 - column : column,
-                                    std::min(row, rows - 1), columns, rows},
-                                   {origin.x(), origin.y()}, 1.0);
+    return GridMotion::rippleDelay(
+        {mirrored ? columns - 1 - column : column, std::min(row, rows - 1), columns, rows},
+        {origin.x(), origin.y()}, 1.0);
 }
 
 } // namespace vellory
