@@ -10,24 +10,33 @@
 #include <gtest/gtest.h>
 
 #include "Board/Layout.h"
-#include "Support/Json.h"
 #include "support/TemporaryFolder.h"
+#include "support/TestDatabase.h"
 
 namespace vellory::test {
 
-/// One folder of `cases/<kind>`: an input file named "in" with some extension, and what comes of
-/// it: the layout in "out.json", or the kind of error in "error".
+/// One folder of `cases/<kind>`: what is imported, and in the file "out" what comes of it, as
+/// `drawn` tells it. "in" with some extension is imported as it is; "rows.sql" fills a database
+/// with the usual tables, "in.sql" one without any.
 struct ImportCase {
     std::filesystem::path folder;
 
     std::filesystem::path input() const {
         for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-            if (entry.path().stem() == "in") {
+            if (entry.path().filename() != "out") {
                 return entry.path();
             }
         }
         throw std::runtime_error("no input in " + folder.string());
     }
+
+    /// Makes the case's database; `tables` is the SQL that makes the usual ones.
+    void makeDatabase(const std::filesystem::path& file, const std::string& tables) const {
+        const std::string sql = contentOf(input());
+        TestDatabase(file).run(input().stem() == "rows" ? tables + sql : sql);
+    }
+
+    std::string expected() const { return contentOf(folder / "out"); }
 
     friend void PrintTo(const ImportCase& test, std::ostream* out) {
         *out << test.folder.filename();
@@ -49,19 +58,37 @@ inline std::string caseName(const testing::TestParamInfo<ImportCase>& info) {
     return name;
 }
 
-/// Compares what an importer gave with what the case's folder says.
-template <class Result, class NameOfError>
-void expectOutcome(const ImportCase& test, const Result& result, NameOfError nameOfError) {
-    if (std::filesystem::exists(test.folder / "error")) {
-        ASSERT_FALSE(result) << json::encode(*result);
-        EXPECT_EQ(nameOfError(result.error().kind) + std::string("\n"),
-                  contentOf(test.folder / "error"));
-        return;
+/// "a, Title <b>, [Folder: c | d]": items with the titles that are not just the identifier, and
+/// the pages of folders.
+inline std::string drawn(const LayoutPage& page) {
+    std::string out;
+    for (const LayoutItem& item : page) {
+        out += out.empty() ? "" : ", ";
+        if (const auto* app = item.app()) {
+            out +=
+                app->title == app->bundleID ? app->title : app->title + " <" + app->bundleID + ">";
+            continue;
+        }
+        out += "[" + item.folder()->title;
+        for (const LayoutPage& inner : item.folder()->pages) {
+            out += (&inner == item.folder()->pages.data() ? ": " : " | ") + drawn(inner);
+        }
+        out += "]";
     }
-    ASSERT_TRUE(result) << nameOfError(result.error().kind) << ": " << result.error().detail;
-    const auto expected = json::decode<Layout>(contentOf(test.folder / "out.json"));
-    ASSERT_TRUE(expected);
-    EXPECT_EQ(json::encode(*result), json::encode(*expected));
+    return out;
+}
+
+/// The pages of a layout, each on a line, or "error: " and the kind of error.
+template <class Result, class NameOfError>
+std::string drawn(const Result& result, NameOfError nameOfError) {
+    if (!result) {
+        return "error: " + std::string(nameOfError(result.error().kind)) + "\n";
+    }
+    std::string out;
+    for (const LayoutPage& page : result->pages) {
+        out += drawn(page) + "\n";
+    }
+    return out;
 }
 
 /// Knows the apps "/Applications/<name>.app", with or without a slash behind, as

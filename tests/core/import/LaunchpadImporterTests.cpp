@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Import/LaunchpadImporter.h"
 
-#include <gmock/gmock.h>
+#include <algorithm>
+
+#include <gtest/gtest.h>
 
 #include "CaseFolders.h"
-#include "support/TestDatabase.h"
 
 namespace vellory::LaunchpadImporter {
 namespace {
@@ -26,30 +27,22 @@ std::string nameOf(ImportError::Kind kind) {
     return "noRoot";
 }
 
+const char* const tables = "CREATE TABLE items (rowid INTEGER PRIMARY KEY, uuid TEXT, type INTEGER,"
+                           " parent_id INTEGER, ordering INTEGER);"
+                           "CREATE TABLE apps (item_id INTEGER PRIMARY KEY, title, bundleid);"
+                           "CREATE TABLE groups (item_id INTEGER PRIMARY KEY, title);";
+
 class LaunchpadCases : public testing::TestWithParam<ImportCase> {};
 
 TEST_P(LaunchpadCases, ComesOutAsTheCaseSays) {
     const TemporaryFolder folder;
     const fs::path file = folder.path() / "db";
-    TestDatabase(file).run(test::contentOf(GetParam().input()));
-    test::expectOutcome(GetParam(), importLayout(file), nameOf);
+    GetParam().makeDatabase(file, tables);
+    EXPECT_EQ(test::drawn(importLayout(file), nameOf), GetParam().expected());
 }
 
 INSTANTIATE_TEST_SUITE_P(, LaunchpadCases, testing::ValuesIn(test::importCases("launchpad")),
                          test::caseName);
-
-const char* const tables = "CREATE TABLE items (rowid INTEGER PRIMARY KEY, uuid TEXT, type INTEGER,"
-                           " parent_id INTEGER, ordering INTEGER);"
-                           "CREATE TABLE apps (item_id INTEGER PRIMARY KEY, title, bundleid);"
-                           "CREATE TABLE groups (item_id INTEGER PRIMARY KEY, title);"
-                           "INSERT INTO items VALUES (1, 'ROOTPAGE', 1, 0, 0), (2, '', 3, 1, 0);";
-
-/// SQL that makes rows from `first` on, each from its number x.
-std::string manyRows(int first, int count, const std::string& values, const std::string& table) {
-    return "WITH RECURSIVE n(x) AS (SELECT " + std::to_string(first) +
-           " UNION ALL SELECT x + 1 FROM n LIMIT " + std::to_string(count) + ") INSERT INTO " +
-           table + " SELECT " + values + " FROM n;";
-}
 
 TEST(LaunchpadImporter, DatabaseLiesInTheUsersTemporaryFolder) {
     EXPECT_EQ(defaultDatabaseURL("/var/folders/ab/0/"),
@@ -69,24 +62,6 @@ TEST(LaunchpadImporter, ErrorsSayWhatTheyAreAbout) {
               (ImportError{ImportError::Kind::unreadable, "file is not a database"}));
 }
 
-TEST(LaunchpadImporter, EveryRowIsReadInTheDatabasesOrder) {
-    const TemporaryFolder folder;
-    const fs::path file = folder.path() / "db";
-    TestDatabase(file).run(std::string(tables) +
-                           "INSERT INTO items VALUES (9, NULL, 4, 2, -3);"
-                           "INSERT INTO apps VALUES (9, 'A', 'com.example.a');"
-                           "INSERT INTO items VALUES (5, 'f', 2, 2, 1);"
-                           "INSERT INTO groups VALUES (5, 'F');");
-    const auto database = Sqlite::Database::open(file);
-    ASSERT_TRUE(database);
-    const auto rows = readItems(*database);
-    ASSERT_TRUE(rows);
-    EXPECT_THAT(*rows, testing::ElementsAre(Row{1, "ROOTPAGE", 1, 0, 0, std::nullopt, std::nullopt},
-                                            Row{2, "", 3, 1, 0, std::nullopt, std::nullopt},
-                                            Row{5, "f", 2, 2, 1, "F", std::nullopt},
-                                            Row{9, "", 4, 2, -3, "A", "com.example.a"}));
-}
-
 TEST(LaunchpadImporter, FoldersTenThousandDeepLoseNoApp) {
     // Folder, page, folder, page … below page 2; one app on every page.
     std::vector<Row> rows{{.id = 1, .uuid = "ROOTPAGE", .type = Type::root},
@@ -98,54 +73,44 @@ TEST(LaunchpadImporter, FoldersTenThousandDeepLoseNoApp) {
     }
     const auto layout = layoutFrom(rows);
     ASSERT_TRUE(layout);
+    EXPECT_EQ(layout->appCount(), 10'000U);
     std::size_t depth = 0;
-    std::size_t apps = 0;
-    const LayoutPage* page = &layout->pages.at(0);
-    while (page != nullptr) {
-        const LayoutPage* next = nullptr;
-        for (const LayoutItem& item : *page) {
-            apps += item.app() != nullptr ? 1 : 0;
-            if (const auto* inner = item.folder()) {
-                next = &inner->pages.at(0);
-                ++depth;
-            }
-        }
-        page = next;
+    for (const LayoutPage* page = &layout->pages.at(0); page != nullptr;) {
+        const auto inner = std::ranges::find_if(*page, &LayoutItem::folder);
+        page = inner == page->end() ? nullptr : &inner->folder()->pages.at(0);
+        depth += page != nullptr ? 1 : 0;
     }
-    EXPECT_EQ(apps, 10'000U);
     EXPECT_EQ(depth, maxNesting);
     EXPECT_EQ(Layout(*layout), *layout); // copied and compared without running out of stack
 }
 
-TEST(LaunchpadImporter, RowsEndAtTheLimit) {
+/// What is imported of `count` apps in one place of one page, whose titles the SQL `title` makes.
+Layout importedApps(std::size_t count, const std::string& title) {
+    const std::string numbers = "WITH RECURSIVE n(x) AS (SELECT 3 UNION ALL SELECT x + 1 FROM n "
+                                "LIMIT " +
+                                std::to_string(count) + ")";
     const TemporaryFolder folder;
     const fs::path file = folder.path() / "db";
-    constexpr auto most = static_cast<int>(maxRows);
-    TestDatabase(file).run(std::string("PRAGMA synchronous = OFF;") + tables +
-                           manyRows(3, most + 100'000, "x, '', 4, 2, x", "items") +
-                           manyRows(3, most + 100'000, "x, NULL, 'com.example.app' || x", "apps"));
+    TestDatabase(file).run("PRAGMA synchronous = OFF;" + std::string(tables) +
+                           "INSERT INTO items VALUES (1, 'ROOTPAGE', 1, 0, 0), (2, '', 3, 1, 0);" +
+                           numbers + "INSERT INTO items SELECT x, '', 4, 2, 0 FROM n;" + numbers +
+                           "INSERT INTO apps SELECT x, " + title +
+                           ", 'com.example.app' || x FROM n");
     const auto layout = importLayout(file);
-    ASSERT_TRUE(layout);
-    EXPECT_GT(layout->appCount(), 0U);
-    EXPECT_LE(layout->appCount(), maxRows);
-    EXPECT_EQ(layout->pages.at(0).at(0),
-              (LayoutItem{LayoutItem::App{"com.example.app3", "com.example.app3"}}));
+    EXPECT_TRUE(layout);
+    return layout.value_or(Layout());
 }
 
-TEST(LaunchpadImporter, LongTextsEndTheRowsAtTheLimit) {
-    const TemporaryFolder folder;
-    const fs::path file = folder.path() / "db";
-    constexpr int length = 1'000'000;
-    TestDatabase(file).run(
-        std::string("PRAGMA synchronous = OFF;") + tables +
-        manyRows(3, 50, "x, '', 4, 2, x", "items") +
-        manyRows(3, 50,
-                 "x, printf('%.*c', " + std::to_string(length) + ", 'x'), 'com.example.app' || x",
-                 "apps"));
-    const auto layout = importLayout(file);
-    ASSERT_TRUE(layout);
-    EXPECT_GT(layout->appCount(), 0U);
-    EXPECT_LE(layout->appCount(), maxTextBytes / length + 1);
+TEST(LaunchpadImporter, RowsEndAtTheLimits) {
+    const Layout many = importedApps(maxRows + 100'000, "NULL");
+    EXPECT_GT(many.appCount(), 0U);
+    EXPECT_LE(many.appCount(), maxRows);
+    EXPECT_EQ(many.pages.at(0).at(0),
+              (LayoutItem{LayoutItem::App{"com.example.app3", "com.example.app3"}}));
+
+    const Layout heavy = importedApps(50, "printf('%.*c', 1000000, 'x')");
+    EXPECT_GT(heavy.appCount(), 0U);
+    EXPECT_LE(heavy.appCount(), maxTextBytes / 1'000'000 + 1);
 }
 
 } // namespace

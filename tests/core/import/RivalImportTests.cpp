@@ -5,8 +5,6 @@
 
 #include "CaseFolders.h"
 #include "Import/BackupReader.h"
-#include "support/BinaryPlist.h"
-#include "support/TestDatabase.h"
 
 namespace vellory::RivalImport {
 namespace {
@@ -22,13 +20,17 @@ std::string nameOf(ImportError::Kind kind) {
     return kind == ImportError::Kind::unreadable ? "unreadable" : "nothingFound";
 }
 
+const std::string launchNextTable =
+    "CREATE TABLE ZPAGEENTRYDATA (Z_PK INTEGER PRIMARY KEY, ZPAGEINDEX INTEGER, ZPOSITION INTEGER,"
+    " ZKIND VARCHAR, ZAPPPATH VARCHAR, ZFOLDERNAME VARCHAR, ZAPPPATHS BLOB);";
+
 class LaunchNextCases : public testing::TestWithParam<ImportCase> {};
 
 TEST_P(LaunchNextCases, ComesOutAsTheCaseSays) {
     const TemporaryFolder folder;
     const fs::path file = folder.path() / "Data.store";
-    TestDatabase(file).run(test::contentOf(GetParam().input()));
-    test::expectOutcome(GetParam(), launchNext(file, testApps), nameOf);
+    GetParam().makeDatabase(file, launchNextTable);
+    EXPECT_EQ(test::drawn(launchNext(file, testApps), nameOf), GetParam().expected());
 }
 
 INSTANTIATE_TEST_SUITE_P(, LaunchNextCases, testing::ValuesIn(test::importCases("launchnext")),
@@ -37,29 +39,19 @@ INSTANTIATE_TEST_SUITE_P(, LaunchNextCases, testing::ValuesIn(test::importCases(
 class BackupCases : public testing::TestWithParam<ImportCase> {};
 
 TEST_P(BackupCases, ComesOutAsTheCaseSays) {
-    test::expectOutcome(GetParam(), importFile(GetParam().input(), testApps), nameOf);
+    EXPECT_EQ(test::drawn(importFile(GetParam().input(), testApps), nameOf), GetParam().expected());
 }
 
 INSTANTIATE_TEST_SUITE_P(, BackupCases, testing::ValuesIn(test::importCases("backup")),
                          test::caseName);
 
-/// The apps of a layout in order, or the kind of error.
+/// The first page, or the kind of error.
 std::string drawn(const Result& result) {
-    if (!result) {
-        return nameOf(result.error().kind);
-    }
-    std::string out;
-    for (const LayoutPage& page : result->pages) {
-        for (const LayoutItem& item : page) {
-            out += (out.empty() ? "" : " ") + (item.app() ? item.app()->bundleID : "[folder]");
-        }
-    }
-    return out;
+    return result ? test::drawn(result->pages.at(0)) : nameOf(result.error().kind);
 }
 
 std::string repeated(std::string_view what, std::size_t count) {
     std::string out;
-    out.reserve(what.size() * count);
     for (std::size_t i = 0; i < count; ++i) {
         out += what;
     }
@@ -81,8 +73,6 @@ TEST(RivalImport, TextsThatNameAnApp) {
         {".a.b.c", {}, ""},
         {"a..b.c", {}, ""},
         {"com.example.under_score", {}, ""},
-        {"com.example.é", {}, ""},
-        {"com.example.a b", {}, ""},
         {"com.example.a\nb", {}, ""},
         {"", {}, ""},
         {"com.example.app", "com.example.app", "com.example.app"},
@@ -94,15 +84,11 @@ TEST(RivalImport, TextsThatNameAnApp) {
         {"file:///Applications/My%20Notes.app/", "org.test.mynotes", "/Applications/My Notes.app/"},
         {"file://localhost/Applications/Mail.app", "org.test.mail", "/Applications/Mail.app"},
         {"file:///Applications/Mail.app?a#b", "org.test.mail", "/Applications/Mail.app"},
-        {"file:///Applications/F%C3%BC.app", "org.test.fü", "/Applications/Fü.app"},
         {"file:///Applications/My Notes.app", "org.test.mynotes", "/Applications/My Notes.app"},
         {"file:///Applications/%zz.app", {}, "file:///Applications/%zz.app"},
-        {"file:///Applications/%FF.app", {}, "file:///Applications/%FF.app"},
-        {"file:///Applications/%00.app", {}, "file:///Applications/%00.app"},
         {"file:///Applications/a.app%2", {}, ""},
         {"file://com.example.Safari", {}, ""},
         {"FILE:///Applications/Mail.app", {}, "FILE:///Applications/Mail.app"},
-        {"https://example.com/Mail.app", {}, "https://example.com/Mail.app"},
         {std::string("/Applications/a\0b.app", 21), {}, ""},
         {"/Applications/" + std::string(5000, 'x') + ".app", {}, ""},
         {"/Applications/Nobody Knows.app", {}, "/Applications/Nobody Knows.app"},
@@ -116,9 +102,6 @@ TEST(RivalImport, TextsThatNameAnApp) {
         EXPECT_EQ(app, expected.app) << expected.text;
         EXPECT_EQ(asked, expected.asked) << expected.text;
     }
-}
-
-TEST(RivalImport, AnEmptyAnswerOfTheResolverIsNone) {
     EXPECT_EQ(resolve("/a.app", [](const auto&) { return ""; }), std::nullopt);
 }
 
@@ -226,12 +209,10 @@ TEST(RivalImport, FolderSearchEndsAndStaysInside) {
 TEST(RivalImport, ChosenFileIsReadByItsExtension) {
     const TemporaryFolder folder;
     const auto imported = [&](const fs::path& file) { return drawn(importChosen(file, testApps)); };
-    const std::string table = "CREATE TABLE ZPAGEENTRYDATA (ZPAGEINDEX, ZPOSITION, ZKIND, ZAPPPATH,"
-                              " ZFOLDERNAME, ZAPPPATHS);";
     TestDatabase(folder.path() / "Data.store")
-        .run(table +
-             "INSERT INTO ZPAGEENTRYDATA VALUES (0, 0, 'app', 'com.example.an.app', '', '')");
-    TestDatabase(folder.path() / "Empty.store").run(table);
+        .run(launchNextTable +
+             "INSERT INTO ZPAGEENTRYDATA VALUES (1, 0, 0, 'app', 'com.example.an.app', '', '')");
+    TestDatabase(folder.path() / "Empty.store").run(launchNextTable);
     fs::copy_file(folder.path() / "Data.store", folder.path() / "Data.backup");
     EXPECT_EQ(imported(folder.path() / "Data.store"), "com.example.an.app");
     EXPECT_EQ(imported(folder.path() / "Empty.store"), "nothingFound");
@@ -242,65 +223,32 @@ TEST(RivalImport, ChosenFileIsReadByItsExtension) {
 }
 
 TEST(RivalImport, NestingPastTheLimitIsUnreadable) {
-    const auto json = [](std::size_t depth) {
-        return repeated("[", depth) + "\"com.example.an.app\"" + repeated("]", depth);
+    struct Form {
+        std::string head;
+        std::string open;
+        std::string app;
+        std::string close;
+        std::string tail;
     };
-    const auto objects = [](std::size_t depth) {
-        return repeated("[{\"apps\":", depth) + "\"com.example.an.app\"" + repeated("}]", depth);
+    const std::string app = "\"com.example.an.app\"";
+    const std::string inXml = "<string>com.example.an.app</string>";
+    const Form forms[] = {{"", "[", app, "]", ""},
+                          {"<plist>", "<array>", inXml, "</array>", "</plist>"},
+                          {"", "[{\"apps\":", app, "}]", ""},
+                          {"{\"x\":", "[", app, "]", "}"}, // where nobody looks for apps
+                          {"", "[", "", "", ""},
+                          {"<plist>", "<array>", "", "", ""}};
+    const auto imported = [](const Form& form, std::size_t depth) {
+        return drawn(layoutInBackup(form.head + repeated(form.open, depth) + form.app +
+                                        repeated(form.close, depth) + form.tail,
+                                    testApps));
     };
-    const auto ignored = [](std::size_t depth) {
-        return "{\"x\":" + repeated("[", depth) + repeated("]", depth) + "}";
-    };
-    const auto xml = [](std::size_t depth) {
-        return "<plist>" + repeated("<array>", depth) + "<string>com.example.an.app</string>" +
-               repeated("</array>", depth) + "</plist>";
-    };
-    const auto binary = [](std::size_t depth) {
-        test::BinaryPlist list;
-        auto top = list.addText("com.example.an.app");
-        for (std::size_t i = 0; i < depth; ++i) {
-            top = list.addArray({top});
-        }
-        return list.bytes(top);
-    };
-    for (const auto& [name, backup] :
-         {std::pair("json", json(200)), {"xml", xml(200)}, {"binary", binary(200)}}) {
-        EXPECT_EQ(drawn(layoutInBackup(backup, testApps)), "com.example.an.app") << name;
+    for (const Form& form : forms) {
+        EXPECT_EQ(imported(form, 300), "unreadable") << form.head << form.open;
+        EXPECT_EQ(imported(form, 100'000), "unreadable") << form.head << form.open;
     }
-    for (const std::size_t depth : {300U, 100'000U}) {
-        for (const auto& [name, backup] : {std::pair("json", json(depth)),
-                                           {"objects", objects(depth)},
-                                           {"ignored", ignored(depth)},
-                                           {"xml", xml(depth)},
-                                           {"binary", binary(depth)},
-                                           {"open json", repeated("[", depth)},
-                                           {"open xml", repeated("<array>", depth)}}) {
-            EXPECT_EQ(drawn(layoutInBackup(backup, testApps)), "unreadable") << name << depth;
-        }
-    }
-}
-
-TEST(RivalImport, BinaryListsThatReferToThemselvesAreUnreadable) {
-    using test::BinaryPlist;
-    BinaryPlist self;
-    const auto app = self.addText("com.example.an.app");
-    EXPECT_EQ(drawn(layoutInBackup(self.bytes(self.addArray({app, 1})), testApps)), "unreadable");
-    BinaryPlist missing;
-    missing.addText("com.example.an.app");
-    EXPECT_EQ(drawn(layoutInBackup(missing.bytes(missing.addArray({0, 99})), testApps)),
-              "unreadable");
-    BinaryPlist key;
-    const auto number = key.addInteger(1);
-    EXPECT_EQ(drawn(layoutInBackup(key.bytes(key.addDictionary({{number, number}})), testApps)),
-              "unreadable");
-
-    // A list of two, of two, of two …: 2^40 apps if it were written out.
-    BinaryPlist bomb;
-    auto top = bomb.addText("com.example.an.app");
-    for (int i = 0; i < 40; ++i) {
-        top = bomb.addArray({top, top});
-    }
-    EXPECT_EQ(drawn(layoutInBackup(bomb.bytes(top), testApps)), "unreadable");
+    EXPECT_EQ(imported(forms[0], 200), "com.example.an.app");
+    EXPECT_EQ(imported(forms[1], 200), "com.example.an.app");
 }
 
 TEST(RivalImport, MoreAppsThanFitAreUnreadable) {
@@ -312,9 +260,9 @@ TEST(RivalImport, LaunchNextRowsEndAtTheLimit) {
     const TemporaryFolder folder;
     const fs::path file = folder.path() / "Data.store";
     const std::string paths = "[" + repeated("\"a.b.c\",", 199'999) + "\"a.b.c\"]";
-    TestDatabase(file).run("CREATE TABLE ZPAGEENTRYDATA (ZPAGEINDEX, ZPOSITION, ZKIND, ZAPPPATH,"
-                           " ZFOLDERNAME, ZAPPPATHS);"
-                           "INSERT INTO ZPAGEENTRYDATA SELECT 0, column1, 'folder', NULL, NULL, '" +
+    TestDatabase(file).run(launchNextTable +
+                           "INSERT INTO ZPAGEENTRYDATA (ZPAGEINDEX, ZKIND, ZAPPPATHS)"
+                           " SELECT 0, 'folder', '" +
                            paths + "' FROM (VALUES (1), (2), (3))");
     const auto layout = launchNext(file, testApps);
     ASSERT_TRUE(layout);

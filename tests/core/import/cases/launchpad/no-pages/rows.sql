@@ -1,0 +1,2 @@
+INSERT INTO items VALUES
+  (1, 'ROOTPAGE', 1, 0, 0);
