@@ -10,11 +10,26 @@ using testing::ElementsAre;
 
 constexpr std::size_t plenty = 1'000'000;
 
-/// Whether the reader takes `text` for one JSON document.
-bool isDocument(std::string_view text) {
+template <class T>
+void expectSameValue(const std::string& text) {
+    Reader reader(text, plenty);
+    T out{};
+    const bool isRead = reader.read(out) && reader.finish();
+    const auto expected = decode<T>(text);
+    ASSERT_EQ(isRead, expected.has_value()) << testing::PrintToString(text.substr(0, 80));
+    EXPECT_TRUE(!isRead || out == *expected) << text;
+}
+
+/// The reader takes for a document, a text or a number what the tree parser takes, and reads it
+/// alike.
+void expectAgreement(const std::string& text) {
     Reader reader(text, plenty);
     reader.skip();
-    return reader.finish();
+    ASSERT_EQ(reader.finish(), parse(text).has_value())
+        << testing::PrintToString(text.substr(0, 80));
+    expectSameValue<std::string>(text);
+    expectSameValue<double>(text);
+    expectSameValue<int>(text);
 }
 
 std::string nested(std::size_t depth) {
@@ -23,127 +38,36 @@ std::string nested(std::size_t depth) {
 
 TEST(JsonReader, TakesForJsonWhatTheTreeParserTakes) {
     using namespace std::string_literals;
-    const std::vector<std::string> texts{
-        "",
-        " ",
+    const std::string documents[] = {
         "null",
-        "nul",
-        "nullx",
-        "true false",
-        "[]",
-        "[",
-        "]",
-        "[1",
-        "[1,",
-        "[1,]",
-        "[,1]",
-        "[1 2]",
-        "[[],[1,[2]]]",
-        "{}",
-        "{",
-        R"({"a")",
-        R"({"a":)",
-        R"({"a":1)",
-        R"({"a":1,})",
-        R"({"a":1,"b":{"c":[]}} )",
-        R"({a:1})",
-        R"({"a" 1})",
-        R"({"a":1]})",
-        R"([1})",
-        R"({1:2})",
-        "0",
+        "true",
+        "\t[ 1 , 2.5 ]\n",
+        R"({"a":1,"b":{"c":[]}})",
         "-0",
-        "-",
-        "01",
-        "+1",
-        ".5",
-        "1.",
-        "1.5e",
-        "1e+",
-        "1.5e-3",
-        "1E5",
-        "0x10",
-        "inf",
-        "NaN",
-        "1e999",
-        "-1e999",
-        "123456789012345678901234567890",
-        R"("a)",
-        R"("\)",
-        R"("\")",
-        R"("\\")",
-        R"("\q")",
-        R"("\"\\\/\b\f\n\r\t")",
-        R"("\u00e4\u20ac\ud83d\ude00")",
-        R"("\u12")",
-        R"("\u12g4")",
-        R"("\u+123")",
-        R"("\ud83d")",
-        R"("\ud83dx")",
-        R"("\ud83d\n")",
-        R"("\ud83d\u0041")",
-        R"("\ude00")",
-        "\"\n\"",
-        "\"a\0b\""s,
-        "\0"s,
-        "\"ä€😀\"",
-        "\"\xC3\"",
-        "\"\xC3\\u00e4\"",
-        "\"\xED\xA0\x80\"",
-        "\"\xC0\x80\"",
-        "\"\xF5\x80\x80\x80\"",
-        "\xEF\xBB\xBF[]",
-        "\xEF\xBB[]",
-        "\t\r\n [ 1 , 2 ] \n",
-        "\v[]",
-        "// no\n[]",
-        nested(128),
-        nested(129),
-        nested(100'000),
-        std::string(100'000, '['),
+        "-1.25e2",
+        "2E+3",
+        R"("a\"\\\/\b\f\n\r\t\u0000z")",
+        R"("\u007f\u0080\u07ff\u0800\uFfFf")",
+        R"("\ud83d\ude00")",
+        "\"ä€😀\xED\x80\x80\"",
     };
-    for (const std::string& text : texts) {
-        EXPECT_EQ(isDocument(text), parse(text).has_value()) << text.substr(0, 80);
+    const std::string strange = "[]{}:,\"\\/u0d1-+.eEN \n\v\x1f\x80\xA0\xC0\xED\xF5\xFF\0"s;
+    for (const std::string& whole : documents) {
+        for (std::size_t at = 0; at <= whole.size(); ++at) {
+            expectAgreement(whole.substr(0, at));
+            for (const char c : strange) {
+                expectAgreement(whole.substr(0, at) + c + whole.substr(at));
+                expectAgreement(whole.substr(0, at) + c +
+                                whole.substr(std::min(at + 1, whole.size())));
+            }
+        }
     }
-    EXPECT_FALSE(isDocument("[]\0[]"s));
-}
-
-TEST(JsonReader, StringsAreDecodedAsTheTreeParserDoes) {
-    for (const std::string text :
-         {R"("plain")", R"("a\"\\\/\b\f\n\r\t\u0000z")", R"("\u007f\u0080\u07ff\u0800\uffff")",
-          R"("ä\ud800\udc00\udbff\udfff€")"}) {
-        Reader reader(text, plenty);
-        std::string out;
-        EXPECT_TRUE(reader.read(out) && reader.finish());
-        EXPECT_EQ(out, decode<std::string>(text)) << text;
+    for (const std::string& text :
+         {"inf"s, "1e999"s, "2147483647"s, "2147483648"s, "-2147483648"s, "-2147483649"s,
+          "123456789012345678901234567890"s, R"("\ud83d\u0041")"s, "\xEF\xBB\xBF[]"s, "\xEF\xBB[]"s,
+          "// no\n[]"s, nested(128), nested(129), nested(100'000), std::string(100'000, '[')}) {
+        expectAgreement(text);
     }
-}
-
-TEST(JsonReader, NumbersAreReadStrictly) {
-    const std::vector<std::pair<std::string, std::optional<int>>> cases{
-        {"7", 7},
-        {"-0", 0},
-        {"3.0", 3},
-        {"2e3", 2000},
-        {"-2147483648", -2147483648},
-        {"2147483647", 2147483647},
-        {"2147483648", std::nullopt},
-        {"1.5", std::nullopt},
-        {"1e400", std::nullopt},
-        {"null", std::nullopt},
-        {"true", std::nullopt},
-        {"\"7\"", std::nullopt},
-    };
-    for (const auto& [text, value] : cases) {
-        Reader reader(text, plenty);
-        int out = 0;
-        const bool read = reader.read(out) && reader.finish();
-        EXPECT_EQ(read ? std::optional(out) : std::nullopt, value) << text;
-    }
-    Reader reader("-1.25e2", plenty);
-    double out = 0;
-    EXPECT_TRUE(reader.read(out) && reader.finish());
-    EXPECT_EQ(out, -125);
 }
 
 TEST(JsonReader, RecordsAreReadKeyByKey) {
@@ -183,10 +107,7 @@ TEST(JsonReader, FirstFaultEndsEveryLoop) {
         }
     }
     EXPECT_THAT(names, ElementsAre("a", ""));
-    EXPECT_FALSE(reader.finish());
-    EXPECT_FALSE(reader.nextElement());
-    EXPECT_FALSE(reader.nextKey());
-    EXPECT_FALSE(reader.skip());
+    EXPECT_FALSE(reader.finish() || reader.nextElement() || reader.nextKey() || reader.skip());
 }
 
 TEST(JsonReader, NumberOfValuesIsBounded) {

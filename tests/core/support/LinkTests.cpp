@@ -46,57 +46,33 @@ TEST(Link, AbsentPartsAreNotEmptyOnes) {
 }
 
 TEST(Link, TextThatIsNoAbsoluteUriIsMalformed) {
-    for (const std::string_view text : {"",
-                                        "workspace",
-                                        "/a",
-                                        "//host/a",
-                                        "1a://x",
-                                        "a b://x",
-                                        "vellory://x/a b",
-                                        "a://x/%",
-                                        "a://x/%4",
-                                        "a://x/%zz",
-                                        "a://%zz/",
-                                        "a://x?%g0",
-                                        "a://x#%",
-                                        "a://x/ö",
-                                        "a://x:y/",
-                                        "a://x:65536/",
-                                        "a://x:99999999999999999999/",
-                                        "a://[::1",
-                                        "a://x/[",
-                                        "a://x#a#b",
-                                        "a://x/\\",
-                                        "a://x/\"",
-                                        " a://x",
-                                        "a://x\n",
-                                        ":",
-                                        "://",
-                                        "a://x@y@z/"}) {
+    const std::string bad[] = {"",          "workspace",    "/a",
+                               "//host/a",  "1a://x",       "a b://x",
+                               "a://x/a b", "a://x/%",      "a://x/%4",
+                               "a://x/%zz", "a://%zz/",     "a://x?%g0",
+                               "a://x#%",   "a://x/ö",      "a://x/\xFF",
+                               "a://x:y/",  "a://x:65536/", "a://x:99999999999999999999/",
+                               "a://[::1",  "a://x/[",      "a://x#a#b",
+                               "a://x/\\",  "a://x/\"",     " a://x",
+                               "a://x\n",   "://",          "a://x@y@z/",
+                               "a://x/\0b"s};
+    for (const std::string& text : bad) {
         EXPECT_EQ(Link::parse(text), std::unexpected(Link::Error::malformed)) << text;
     }
-    EXPECT_FALSE(Link::parse("a://x/\0b"s));
-    EXPECT_FALSE(Link::parse("a://x/\xFF"));
 }
 
 TEST(Link, LengthIsBounded) {
-    const std::string head = "vellory://search/";
-    for (const std::string_view filler : {"a", "/", "%41", "?", "&", ":", "."}) {
-        std::string text = head + "x?";
-        while (text.size() + filler.size() <= Link::maxLength) {
-            text += filler;
+    for (const std::string head : {"vellory://search/", "vellory://search/?"}) {
+        for (const std::string_view filler : {"a", "/", "%41", "&"}) {
+            std::string text = head;
+            while (text.size() + filler.size() <= Link::maxLength) {
+                text += filler;
+            }
+            EXPECT_TRUE(Link::parse(text)) << head << filler;
+            EXPECT_EQ(Link::parse(text + "aaa"), std::unexpected(Link::Error::tooLong));
         }
-        EXPECT_TRUE(Link::parse(text)) << filler;
-        std::string path = head;
-        while (path.size() + filler.size() <= Link::maxLength) {
-            path += filler;
-        }
-        EXPECT_TRUE(Link::parse(path)) << filler;
-        EXPECT_EQ(Link::parse(path + "aaa"), std::unexpected(Link::Error::tooLong));
     }
-    const std::string megabyte(1'000'000, '%');
-    EXPECT_EQ(Link::parse(megabyte), std::unexpected(Link::Error::tooLong));
-    EXPECT_EQ(Link::parseTyped(megabyte), std::unexpected(Link::Error::tooLong));
+    EXPECT_EQ(Link::parseTyped(std::string(1'000'000, '%')), std::unexpected(Link::Error::tooLong));
     EXPECT_EQ(Link::parseTyped("a:" + std::string(Link::maxLength - 2, '%')),
               std::unexpected(Link::Error::tooLong));
 }

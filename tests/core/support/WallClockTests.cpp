@@ -8,22 +8,17 @@
 namespace vellory::support_tests {
 namespace {
 
-/// What the calendar says, in the clock's terms, apart from the day's number.
+using MinuteAndWeekday = std::pair<int, int>;
+
+/// Whether the clock says what the calendar says, apart from the day's number.
 testing::AssertionResult agrees(WallClock& clock, const Calendar& calendar, Date date) {
-    const auto reading = clock.read(date);
-    const auto expected = calendar.components(date);
-    if (!reading || !expected) {
-        return reading.has_value() == expected.has_value()
-                   ? testing::AssertionSuccess()
-                   : testing::AssertionFailure() << "only one reads " << date.secondsSince2001;
-    }
-    if (reading->minute == expected->hour * 60 + expected->minute &&
-        reading->weekday == expected->weekday) {
-        return testing::AssertionSuccess();
-    }
-    return testing::AssertionFailure()
-           << date.secondsSince2001 << ": " << reading->minute << " on day " << reading->weekday
-           << ", not " << expected->hour << ":" << expected->minute << " on " << expected->weekday;
+    const auto read = clock.read(date).transform(
+        [](const auto& reading) { return MinuteAndWeekday(reading.minute, reading.weekday); });
+    const auto expected = calendar.components(date).transform(
+        [](const auto& c) { return MinuteAndWeekday(c.hour * 60 + c.minute, c.weekday); });
+    return testing::AssertionResult(read == expected)
+           << date.secondsSince2001 << ": " << testing::PrintToString(read) << ", not "
+           << testing::PrintToString(expected);
 }
 
 TEST(WallClock, ReadsWhatTheCalendarReadsInAnyZone) {

