@@ -5,12 +5,14 @@
 
 #include "CaseFolders.h"
 #include "Import/BackupReader.h"
+#include "support/Lists.h"
 
 namespace vellory::RivalImport {
 namespace {
 
 namespace fs = std::filesystem;
 using test::ImportCase;
+using test::repeated;
 using test::TemporaryFolder;
 using test::testApps;
 using test::TestDatabase;
@@ -48,14 +50,6 @@ INSTANTIATE_TEST_SUITE_P(, BackupCases, testing::ValuesIn(test::importCases("bac
 /// The first page, or the kind of error.
 std::string drawn(const Result& result) {
     return result ? test::drawn(result->pages.at(0)) : nameOf(result.error().kind);
-}
-
-std::string repeated(std::string_view what, std::size_t count) {
-    std::string out;
-    for (std::size_t i = 0; i < count; ++i) {
-        out += what;
-    }
-    return out;
 }
 
 TEST(RivalImport, TextsThatNameAnApp) {

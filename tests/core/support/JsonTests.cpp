@@ -5,10 +5,13 @@
 
 #include <gtest/gtest.h>
 
+#include "support/Lists.h"
+
 namespace vellory::support_tests {
 namespace {
 
 using json::Error;
+using test::repeated;
 
 struct Record {
     int count = 0;
@@ -104,15 +107,8 @@ TEST(Json, UuidsAreCanonicalTextInEitherCase) {
 }
 
 TEST(Json, NestingIsBoundedBeforeAnythingIsBuilt) {
-    const auto repeated = [](std::size_t count, std::string_view part) {
-        std::string text;
-        while (text.size() < count * part.size()) {
-            text += part;
-        }
-        return text;
-    };
-    const auto nested = [&](std::size_t depth, std::string_view open, std::string_view close) {
-        return repeated(depth, open) + "1" + repeated(depth, close);
+    const auto nested = [](std::size_t depth, std::string_view open, std::string_view close) {
+        return repeated(open, depth) + "1" + repeated(close, depth);
     };
     EXPECT_TRUE(json::parse(nested(json::maxDepth, "[", "]")));
     EXPECT_FALSE(json::parse(nested(json::maxDepth + 1, "[", "]")));

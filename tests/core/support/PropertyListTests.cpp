@@ -6,11 +6,13 @@
 #include <gtest/gtest.h>
 
 #include "support/BinaryPlist.h"
+#include "support/Lists.h"
 
 namespace vellory::support_tests {
 namespace {
 
 using test::BinaryPlist;
+using test::repeated;
 
 PropertyList::Value text(std::string_view value) {
     return {std::string(value)};
@@ -20,14 +22,6 @@ std::string plist(const std::string& content) {
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?><!DOCTYPE plist PUBLIC \"-//x\" \"y\">"
            "<plist version=\"1.0\">" +
            content + "</plist>";
-}
-
-std::string repeated(std::string_view part, int times) {
-    std::string out;
-    for (int i = 0; i < times; ++i) {
-        out += part;
-    }
-    return out;
 }
 
 void expectError(const std::string& list, PropertyList::Error error,
@@ -65,7 +59,7 @@ TEST(PropertyList, BinaryValuesMayBeShared) {
 }
 
 TEST(PropertyList, NestingIsBoundedInBothForms) {
-    const auto xml = [](int depth, const char* open, const char* close) {
+    const auto xml = [](std::size_t depth, const char* open, const char* close) {
         return plist(repeated(open, depth) + repeated(close, depth));
     };
     const auto binary = [](int depth, bool dictionaries) {

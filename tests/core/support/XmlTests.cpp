@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/Lists.h"
 #include "support/TemporaryFolder.h"
 
 namespace vellory::Xml {
@@ -26,6 +27,8 @@ class Transcript final : public Handler {
     std::string written;
 };
 
+using test::repeated;
+
 struct Outcome {
     std::string written;
     std::optional<Error> error;
@@ -35,14 +38,6 @@ Outcome read(std::string_view document, const Limits& limits = {}) {
     Transcript transcript;
     const auto done = parse(document, transcript, limits);
     return {transcript.written, done ? std::nullopt : std::optional(done.error())};
-}
-
-std::string repeated(std::string_view text, int times) {
-    std::string out;
-    for (int i = 0; i < times; ++i) {
-        out.append(text);
-    }
-    return out;
 }
 
 TEST(Xml, TellsADocumentInOrder) {

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include "Support/Text.h"
 #include "support/TemporaryFolder.h"
 
 namespace vellory::usage_tests {
@@ -81,21 +82,24 @@ TEST(HabitLog, FileIsReadBackAndAnythingElseReadsAsEmpty) {
     ASSERT_TRUE(log.save(file));
     EXPECT_EQ(HabitLog::load(file), log);
 
-    const char* const unreadable[] = {
-        R"({"events":[]})",
-        R"({"events":[{"app":"a","day":1,"minute":0}],"keepDays":42})",
-        R"({"events":[{"app":"a","day":null,"minute":0,"weekday":1}],"keepDays":42})",
-        R"({"events":[{"app":"a","day":1.5,"minute":0,"weekday":1}],"keepDays":42})",
-        R"({"events":[{"app":"a","day":1,"minute":1440,"weekday":1}],"keepDays":42})",
-        R"({"events":[{"app":"a","day":1,"minute":-5,"weekday":1}],"keepDays":42})",
-        R"({"events":[{"app":"a","day":1,"minute":0,"weekday":0}],"keepDays":42})",
-        R"({"events":[{"app":"a","day":1,"minute":0,"weekday":8}],"keepDays":42})",
-        R"({"events":[{"app":"a","day":1,"minute":0,"weekday":1}],"keepDays":-1})",
-        R"({"events":[{"app":"a","day":1,"minute":0,"weekday":1}],"keepDays":1e300})",
-        R"({"events":[{"app":"a","day":1e300,"minute":0,"weekday":1}],"keepDays":42})",
-        R"({"events":[{"app":"a","day":1,"minute":0,"weekday":1}],"keepDays":42)",
+    const std::pair<const char*, const char*> faults[] = {
+        {R"("minute":0)", R"("hour":0)"},
+        {R"("day":1)", R"("day":null)"},
+        {R"("day":1)", R"("day":1.5)"},
+        {R"("day":1)", R"("day":1e300)"},
+        {R"("minute":0)", R"("minute":1440)"},
+        {R"("minute":0)", R"("minute":-5)"},
+        {R"("weekday":1)", R"("weekday":0)"},
+        {R"("weekday":1)", R"("weekday":8)"},
+        {R"("keepDays":42)", R"("keep":42)"},
+        {R"("keepDays":42)", R"("keepDays":-1)"},
+        {R"("keepDays":42)", R"("keepDays":1e300)"},
     };
-    for (const char* text : unreadable) {
+    const std::string honest =
+        R"({"events":[{"app":"a","day":1,"minute":0,"weekday":1}],"keepDays":42})";
+    EXPECT_EQ(HabitLog::load(folder.write("habits.json", honest)).events.size(), 1U);
+    for (const auto& [what, with] : faults) {
+        const std::string text = Text::replacingAll(honest, what, with);
         EXPECT_EQ(HabitLog::load(folder.write("habits.json", text)), HabitLog{}) << text;
     }
 }

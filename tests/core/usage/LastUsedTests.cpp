@@ -6,6 +6,8 @@
 
 #include <gmock/gmock.h>
 
+#include "support/Lists.h"
+
 namespace vellory::LastUsed {
 namespace {
 
@@ -27,31 +29,20 @@ Source daysAgo(std::map<std::string, double> days) {
     };
 }
 
-std::vector<BundleID> ids(const std::vector<InstalledApp>& apps) {
-    std::vector<BundleID> out;
-    for (const InstalledApp& installed : apps) {
-        out.push_back(installed.bundleID);
-    }
-    return out;
-}
-
 TEST(LastUsed, UnusedAppsComeStalestFirstAndNeverOpenedOnesBeforeThem) {
-    const std::vector<InstalledApp> apps{app("recent"),
-                                         app("edge"),
-                                         app("stale"),
-                                         app("never"),
-                                         app("stalest"),
-                                         app("system", "/System/Applications/"),
-                                         app("lookalike", "/Systems/"),
-                                         app("broken")};
+    std::vector<InstalledApp> apps{app("system", "/System/Applications/"),
+                                   app("lookalike", "/Systems/")};
+    for (const char* id : {"recent", "edge", "stale", "never", "stalest", "broken"}) {
+        apps.push_back(app(id));
+    }
     const Source source = daysAgo({{"recent", 89.9},
                                    {"edge", 90}, // exactly the cutoff is not before it
                                    {"stale", 90.1},
                                    {"stalest", 400},
                                    {"system", 400},
                                    {"broken", std::nan("")}});
-    EXPECT_THAT(ids(unused(apps, 90, now, source)),
-                ElementsAre("never", "lookalike", "broken", "stalest", "stale"));
+    EXPECT_THAT(test::each(unused(apps, 90, now, source), &InstalledApp::bundleID),
+                ElementsAre("lookalike", "never", "broken", "stalest", "stale"));
     EXPECT_THAT(unused({app("recent")}, 90, now, source), IsEmpty());
 }
 
