@@ -15,6 +15,7 @@ using AppKeywords::Keywords;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::IsSupersetOf;
+using testing::SizeIs;
 using testing::UnorderedElementsAre;
 
 PropertyList::Value text(std::string value) {
@@ -67,37 +68,15 @@ TEST(AppKeywords, KeywordsComeFromNameCategoryDocumentsAndExtras) {
     EXPECT_THAT(AppKeywords::keywords("", {}), IsEmpty());
 }
 
-TEST(AppKeywords, EveryCategoryAddsItsWords) {
-    // One word that only this category has, and how many it has in all.
-    const std::map<std::string, std::pair<std::string, std::size_t>> categories{
-        {"developer-tools", {"terminal", 12}},
-        {"graphics-design", {"vector", 12}},
-        {"photography", {"camera", 9}},
-        {"video", {"clip", 8}},
-        {"productivity", {"calendar", 11}},
-        {"business", {"spreadsheet", 9}},
-        {"social-networking", {"video call", 10}},
-        {"music", {"podcast", 7}},
-        {"entertainment", {"stream", 5}},
-        {"utilities", {"monitor", 8}},
-        {"finance", {"invoice", 6}},
-        {"education", {"school", 4}},
-        {"reference", {"lookup", 4}},
-        {"weather", {"forecast", 2}},
-        {"travel", {"flight", 3}},
-        {"navigation", {"directions", 3}},
-        {"healthcare-fitness", {"workout", 3}},
-        {"news", {"articles", 3}},
-        {"books", {"ebook", 4}},
-        {"games", {"play", 3}},
-        {"puzzle-games", {"game", 3}},
+TEST(AppKeywords, CategoriesAddTheirWords) {
+    const auto wordsOf = [](const std::string& name) {
+        return AppKeywords::keywords("", category("public.app-category." + name));
     };
-    for (const auto& [name, expected] : categories) {
-        const Keywords words = AppKeywords::keywords("", category("public.app-category." + name));
-        EXPECT_TRUE(words.contains(expected.first)) << name;
-        EXPECT_EQ(words.size(), expected.second) << name;
-    }
-    EXPECT_THAT(AppKeywords::keywords("", category("public.app-category.lifestyle")), IsEmpty());
+    EXPECT_THAT(wordsOf("weather"), UnorderedElementsAre("weather", "forecast"));
+    EXPECT_THAT(wordsOf("social-networking"), IsSupersetOf({"chat", "video call"}));
+    EXPECT_THAT(wordsOf("developer-tools"), SizeIs(12));
+    EXPECT_EQ(wordsOf("puzzle-games"), wordsOf("games"));
+    EXPECT_THAT(wordsOf("lifestyle"), IsEmpty());
     EXPECT_THAT(AppKeywords::keywords("", {{"LSApplicationCategoryType", {true}}}), IsEmpty());
 }
 
@@ -168,9 +147,13 @@ TEST(PurposeIndex, AgreesWithTheScoreOfEachApp) {
             query += " " + words[random() % words.size()];
         }
         std::map<std::size_t, int> found;
-        for (const auto& match : index.search(query)) {
+        const auto matches = index.search(query);
+        for (const auto& match : matches) {
             found[match.index] = match.score;
         }
+        ASSERT_TRUE(std::ranges::is_sorted(matches, {}, [](const auto& match) {
+            return std::pair(-match.score, match.index);
+        })) << query;
         for (std::size_t i = 0; i < apps.size(); ++i) {
             const auto match = found.find(i);
             ASSERT_EQ(match != found.end() ? match->second : 0, AppKeywords::score(query, apps[i]))

@@ -6,6 +6,8 @@
 
 #include <gmock/gmock.h>
 
+#include "support/Lists.h"
+
 namespace vellory::search_tests {
 namespace {
 
@@ -55,64 +57,20 @@ TEST(Calculator, NamesOfConstantsAndFunctions) {
 }
 
 TEST(Calculator, WhatIsNoSumHasNoValue) {
-    for (const std::string_view text : {"",
-                                        " ",
-                                        "=",
-                                        ",,",
-                                        "2024",
-                                        "1,000",
-                                        "3.14",
-                                        "safari",
-                                        "e",
-                                        "sin",
-                                        "Raspberry Pi",
-                                        "sqrt",
-                                        "c++",
-                                        "7-zip",
-                                        "e-mail",
-                                        "pi*x",
-                                        "50%",
-                                        "%5",
-                                        "1+",
-                                        "*2",
-                                        "1**2",
-                                        "(1+2",
-                                        "1+2)",
-                                        "()",
-                                        "1.2.3+1",
-                                        ".+1",
-                                        "..",
-                                        "1 2 (3)",
-                                        "2(3)",
-                                        "(2)(3)",
-                                        "2pi",
-                                        "2e3+1",
-                                        "0x10+1",
-                                        "1/0",
-                                        "0/0",
-                                        "1/-0",
-                                        "1/(1/0)",
-                                        "7%0",
-                                        "sqrt(-1)",
-                                        "ln(0)",
-                                        "(-8)^0.5",
-                                        "10^400",
-                                        "sin",
-                                        "sqrt()",
-                                        "5!",
-                                        "1+1\n",
-                                        "1\t+1",
-                                        "1+1;",
-                                        "π*2",
-                                        "２+２",
-                                        "1+ä",
-                                        "1+\u0301",
-                                        "×̈",
-                                        "1+1\xFF",
-                                        "\xC3+1",
-                                        "1\xC3",
-                                        "nan+1",
-                                        "inf+1"}) {
+    const std::string_view texts[] = {
+        // Nothing to compute.
+        "", " ", "=", ",,", "2024", "1,000", "3.14", "safari", "e", "sin", "Raspberry Pi", "sqrt",
+        "c++", "7-zip", "e-mail", "pi*x",
+        // Not what the rules allow.
+        "50%", "%5", "1+", "*2", "1**2", "(1+2", "1+2)", "()", "1.2.3+1", ".+1", "..", "1 2 (3)",
+        "2(3)", "(2)(3)", "2pi", "2e3+1", "0x10+1", "sqrt()", "5!",
+        // Without a finite value.
+        "1/0", "0/0", "1/-0", "1/(1/0)", "7%0", "sqrt(-1)", "ln(0)", "(-8)^0.5", "10^400", "nan+1",
+        "inf+1",
+        // Other characters.
+        "1+1\n", "1\t+1", "1+1;", "π*2", "２+２", "1+ä", "1+\u0301", "×̈", "1+1\xFF", "\xC3+1",
+        "1\xC3"};
+    for (const std::string_view text : texts) {
         EXPECT_EQ(Calculator::evaluate(text), std::nullopt) << text;
     }
 }
@@ -127,26 +85,19 @@ TEST(Calculator, NumbersOutOfRangeAreInfiniteOrZero) {
 }
 
 TEST(Calculator, NestingBeyondWhatAnyoneTypesIsNoSum) {
-    const auto nested = [](int levels) {
-        const auto count = static_cast<std::size_t>(levels);
-        return std::string(count, '(') + "1" + std::string(count, ')');
+    const auto nested = [](std::size_t levels) {
+        return std::string(levels, '(') + "1" + std::string(levels, ')');
     };
     EXPECT_EQ(Calculator::evaluate(nested(100)), 1);
     EXPECT_EQ(Calculator::evaluate(std::string(100, '-') + "1"), 1);
-    const auto repeated = [](std::string_view text) {
-        std::string out;
-        for (int i = 0; i < 100'000; ++i) {
-            out += text;
-        }
-        return out;
-    };
+    const auto often = [](std::string_view text) { return test::repeated(text, 100'000); };
     EXPECT_EQ(Calculator::evaluate(nested(100'000)), std::nullopt);
     for (const std::string_view text : {"(", "-", "+", "2^", "sqrt(", "-(", "((1)+"}) {
-        EXPECT_EQ(Calculator::evaluate(repeated(text) + "1"), std::nullopt) << text;
+        EXPECT_EQ(Calculator::evaluate(often(text) + "1"), std::nullopt) << text;
     }
     // What is long but flat is computed.
-    EXPECT_EQ(Calculator::evaluate(repeated("1+") + "1"), 100'001);
-    EXPECT_EQ(Calculator::evaluate(repeated("1*(2-1)/") + "1"), 1);
+    EXPECT_EQ(Calculator::evaluate(often("1+") + "1"), 100'001);
+    EXPECT_EQ(Calculator::evaluate(often("1*(2-1)/") + "1"), 1);
 }
 
 TEST(Calculator, FormatsForPeople) {

@@ -8,6 +8,7 @@
 
 #include "Search/FuzzySearch.h"
 #include "Support/Text.h"
+#include "support/Lists.h"
 #include "support/SlowFuzzySearch.h"
 
 namespace vellory::search_tests {
@@ -60,35 +61,12 @@ class RandomTexts {
 };
 
 const std::vector<std::string> plain{"a", "b", "c", "A", "B", "C", "s", "1", " ", "-", ".", "_"};
-const std::vector<std::string> mixed{"a",
-                                     "B",
-                                     " ",
-                                     "-",
-                                     "é",
-                                     "E\u0301",
-                                     "ß",
-                                     "İ",
-                                     "Σ",
-                                     "ж",
-                                     "Ж",
-                                     "ｶﾞ",
-                                     "日",
-                                     "한",
-                                     "ᄒ",
-                                     "ᅡ",
-                                     "क",
-                                     "की",
-                                     "👩‍💻",
-                                     "🇩🇪",
-                                     "\u0301",
-                                     "\u200D",
-                                     "\r\n",
-                                     "\r",
-                                     "\n",
-                                     "\xED\xA0\x80",
-                                     "\xFF",
-                                     "\xC3",
-                                     "1"};
+const std::vector<std::string> mixed{
+    // Characters of one code point, of several, and what joins others or is none.
+    "a",    "B",           "1",  " ",    "-",      "é",      "ß",  "İ",       "Σ",
+    "ж",    "Ж",           "日", "한",   "ᄒ",     "ᅡ",      "क",  "E\u0301", "ｶﾞ",
+    "की",   "👩‍💻", "🇩🇪", "\r\n", "\u0301", "\u200D", "\r", "\n",      "\xED\xA0\x80",
+    "\xFF", "\xC3"};
 
 TEST(PreparedNames, ScoresAsTheObviousRulesDo) {
     for (const auto& alphabet : {plain, mixed}) {
@@ -99,6 +77,17 @@ TEST(PreparedNames, ScoresAsTheObviousRulesDo) {
             ASSERT_EQ(FuzzySearch::score(query, name), slow::score(query, name))
                 << testing::PrintToString(query) << " in " << testing::PrintToString(name);
         }
+    }
+    // The rules by themselves, on texts of a few characters: most differ by little.
+    RandomTexts texts(5, {"a", "b", "👩‍💻"});
+    for (int round = 0; round < 4000; ++round) {
+        const std::string a = texts.next(5);
+        const std::string b = texts.next(5);
+        const auto first = slow::characters(a);
+        const auto second = slow::characters(b);
+        ASSERT_EQ(FuzzySearch::subsequenceGaps(a, b), slow::gaps(first, second)) << a << ' ' << b;
+        ASSERT_EQ(FuzzySearch::editDistanceAtMostOne(a, b), slow::oneEditApart(first, second))
+            << a << ' ' << b;
     }
 }
 
@@ -172,14 +161,8 @@ TEST(PreparedNames, BlankQueryKeepsEveryNameInItsPlace) {
 }
 
 TEST(PreparedNames, TextsOfAnyLengthAndShapeHaveAnOutcome) {
-    const std::size_t length = 100'000;
-    const auto repeated = [&](std::string_view text) {
-        std::string out;
-        while (out.size() < length * text.size()) {
-            out += text;
-        }
-        return out;
-    };
+    static constexpr std::size_t length = 100'000;
+    const auto repeated = [](std::string_view text) { return test::repeated(text, length); };
     // Whatever is tried first must not be tried again from every place.
     const std::string same = repeated("a");
     const std::string nearly = same.substr(0, length / 2) + "bb";
