@@ -246,8 +246,8 @@ struct Machine {
 
 /// The launcher on a machine: its model and its window.
 struct Program {
-    Program(Machine& machine, Environment environment)
-        : machine(machine), model(machine.ports(), std::move(environment)), state(model),
+    Program(Machine& on, Environment environment)
+        : machine(on), model(machine.ports(), std::move(environment)), state(model),
           controller({.model = model,
                       .state = state,
                       .icons = machine.platform.icons(),
