@@ -6,6 +6,7 @@
 
 #include "LauncherOnDesktop.h"
 #include "platform/linux/desktop/LinuxDesktop.h"
+#include "support/FakeHttpClient.h"
 
 namespace vellory::test {
 namespace {
@@ -33,7 +34,7 @@ class DefaultAppsTest : public LauncherOnDesktop {
                                "application/x-sharedlib=editor.desktop\n"
                                "application/x-desktop=editor.desktop\n");
         begin();
-        desktop = std::make_unique<LinuxDesktop>(session.environment(), *apps, loop);
+        desktop = std::make_unique<LinuxDesktop>(session.environment(), *apps, http, loop);
     }
 
     /// What the app was started with, once it is.
@@ -45,6 +46,7 @@ class DefaultAppsTest : public LauncherOnDesktop {
         return words;
     }
 
+    FakeHttpClient http;
     std::unique_ptr<LinuxDesktop> desktop;
 };
 

@@ -13,6 +13,7 @@
 #include "platform/linux/desktop/SoundPlayer.h"
 #include "platform/linux/desktop/Wallpaper.h"
 #include "platform/linux/windows/X11Connection.h"
+#include "support/FakeHttpClient.h"
 
 namespace vellory::test {
 namespace {
@@ -44,11 +45,14 @@ class Announcer {
     glib::Object<GDBusConnection> bus_;
 };
 
-class LinuxDesktopTest : public LauncherOnDesktop {};
+class LinuxDesktopTest : public LauncherOnDesktop {
+  protected:
+    FakeHttpClient http;
+};
 
 TEST_F(LinuxDesktopTest, BadgesFollowWhatAppsAnnounce) {
     begin();
-    const LinuxDesktop desktop(session.environment(), *apps, loop);
+    const LinuxDesktop desktop(session.environment(), *apps, http, loop);
     EXPECT_THAT(desktop.badges(), IsEmpty());
     // The port offers no event for badges: they are asked for. A repeated question is no wait.
     const auto tick = loop.every(0.01, [] {});
@@ -79,7 +83,7 @@ TEST_F(LinuxDesktopTest, BadgesFollowWhatAppsAnnounce) {
 TEST_F(LinuxDesktopTest, WithoutABusThereIsNothing) {
     begin();
     const SessionEnvironment bare{{"HOME=/"}};
-    const LinuxDesktop desktop(bare, *apps, loop);
+    const LinuxDesktop desktop(bare, *apps, http, loop);
     EXPECT_THAT(desktop.badges(), IsEmpty());
     EXPECT_THAT(desktop.openFolders(), IsEmpty());
     EXPECT_THAT(desktop.openTabs(), IsEmpty());
@@ -88,7 +92,7 @@ TEST_F(LinuxDesktopTest, WithoutABusThereIsNothing) {
 
 TEST_F(LinuxDesktopTest, BackdropIsTheRootPictureElseTheScreen) {
     begin();
-    const LinuxDesktop desktop(session.environment(), *apps, loop);
+    const LinuxDesktop desktop(session.environment(), *apps, http, loop);
     const auto connection = X11Connection::open(session.environment().value("DISPLAY"));
     const auto paint = [&](xcb_drawable_t drawable, std::uint32_t colour) {
         const xcb_gcontext_t context = xcb_generate_id(connection->get());
@@ -130,7 +134,7 @@ TEST_F(LinuxDesktopTest, BackdropIsTheRootPictureElseTheScreen) {
 // There is no sound system in the session: nobody waits and nothing fails.
 TEST_F(LinuxDesktopTest, SoundsWithoutASoundSystemAreSilent) {
     begin();
-    LinuxDesktop desktop(session.environment(), *apps, loop);
+    LinuxDesktop desktop(session.environment(), *apps, http, loop);
     desktop.playSound("Glass");
     desktop.playSound("no such sound\n");
     EXPECT_EQ(SoundPlayer::eventFor("Glass"), "complete");
@@ -139,7 +143,7 @@ TEST_F(LinuxDesktopTest, SoundsWithoutASoundSystemAreSilent) {
 
 TEST_F(LinuxDesktopTest, FoldersAreThoseTheFileManagerShows) {
     begin();
-    const LinuxDesktop desktop(session.environment(), *apps, loop);
+    const LinuxDesktop desktop(session.environment(), *apps, http, loop);
     EXPECT_THAT(desktop.openFolders(), IsEmpty()) << "and nobody is started to be asked";
     FakeService manager(session, "org.freedesktop.FileManager1");
     EXPECT_THAT(desktop.openFolders(), IsEmpty()) << "an answer of another kind";

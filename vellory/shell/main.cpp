@@ -26,6 +26,7 @@
 #include "platform/linux/windows/WindowActivation.h"
 #include "platform/qt/QtDisplays.h"
 #include "platform/qt/QtEventLoop.h"
+#include "platform/qt/QtHttpClient.h"
 #include "platform/qt/QtScheduler.h"
 #include "platform/qt/QtSettings.h"
 #include "shell/CommandLine.h"
@@ -212,7 +213,7 @@ std::expected<FirstStart, int> meetOthers(const CommandLine& options,
 /// This machine's implementations of the ports, in the order in which they need each other.
 struct Machine {
     Machine(const LinuxPlatform::Start& start, const LinuxPlatform::Folders& folders)
-        : settings(folders.settings), platform(start, folders, loop, scheduler) {}
+        : settings(folders.settings), platform(start, folders, loop, scheduler, http) {}
     Machine(const Machine&) = delete;
     Machine& operator=(const Machine&) = delete;
     /// Work that is under way asks the platform, whoever began it and has gone by then.
@@ -237,6 +238,7 @@ struct Machine {
     QtScheduler scheduler;
     SystemClock clock;
     QtEventLoop loop;
+    QtHttpClient http;
     LinuxFolderWatcher folderWatcher{loop};
     QtDisplays displays;
     QtSettings settings;

@@ -49,7 +49,7 @@ LinuxPlatform::Start::folders(const std::optional<std::filesystem::path>& suppor
 }
 
 LinuxPlatform::LinuxPlatform(const Start& start, const Folders& folders, EventLoop& loop,
-                             Scheduler& scheduler)
+                             Scheduler& scheduler, const HttpClient& http)
     : environment_(start.environment()),
       entries_(std::make_shared<DesktopEntries>(
           DesktopEntries::Options{start.environment(), start.onlyEntries()})),
@@ -57,7 +57,7 @@ LinuxPlatform::LinuxPlatform(const Start& start, const Folders& folders, EventLo
                                                         .cacheFolder = folders.cache / "icons",
                                                         .theme = std::nullopt}),
       runningApps_({.environment = start.environment()}, entries_, loop, scheduler),
-      desktop_(start.environment(), runningApps_, scheduler),
+      desktop_(start.environment(), runningApps_, http, scheduler),
       metadata_({.recentlyUsed = start.environment().dataHome() / "recently-used.xbel"}, entries_,
                 scheduler),
       windowPlacer_(start.environment(), runningApps_), focusSource_(start.environment()),

@@ -9,6 +9,7 @@
 
 #include "Apps/InstalledApp.h"
 #include "platform/EventLoop.h"
+#include "platform/HttpClient.h"
 #include "platform/Scheduler.h"
 #include "platform/linux/apps/LinuxAppCatalogue.h"
 #include "platform/linux/apps/LinuxAppIcons.h"
@@ -59,9 +60,9 @@ class LinuxPlatform {
     /// one folder of desktop entries to use instead of the user's and the system's.
     static Start begin(std::optional<std::filesystem::path> onlyEntries);
 
-    /// `loop` and `scheduler` must outlive this object.
-    LinuxPlatform(const Start& start, const Folders& folders, EventLoop& loop,
-                  Scheduler& scheduler);
+    /// `loop`, `scheduler` and `http` must outlive this object.
+    LinuxPlatform(const Start& start, const Folders& folders, EventLoop& loop, Scheduler& scheduler,
+                  const HttpClient& http);
 
     LinuxAppCatalogue& catalogue() { return catalogue_; }
     const LinuxAppIcons& icons() const { return icons_; }

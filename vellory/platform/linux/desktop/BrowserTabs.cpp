@@ -7,10 +7,7 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
-#include <memory>
 #include <optional>
-
-#include <curl/curl.h>
 
 #include "Support/AtomicFile.h"
 #include "Support/Json.h"
@@ -51,44 +48,6 @@ std::optional<std::uint16_t> portIn(const std::filesystem::path& profile) {
     return error == std::errc() && isWhole && port != 0 ? std::optional(port) : std::nullopt;
 }
 
-std::size_t receive(const char* bytes, std::size_t one, std::size_t count, void* out) {
-    auto& answer = *static_cast<std::string*>(out);
-    const std::size_t size = one * count;
-    if (answer.size() + size > maxAnswerBytes) {
-        return 0; // Which ends the transfer.
-    }
-    answer.append(bytes, size);
-    return size;
-}
-
-/// What the server on a port of this machine answers to a request for `path`.
-std::optional<std::string> get(std::uint16_t port, const char* path, milliseconds patience) {
-    struct Cleanup {
-        void operator()(CURL* transfer) const { curl_easy_cleanup(transfer); }
-    };
-    const std::unique_ptr<CURL, Cleanup> transfer(curl_easy_init());
-    if (transfer == nullptr) {
-        return std::nullopt;
-    }
-    const std::string address = "http://127.0.0.1:" + std::to_string(port) + path;
-    std::string answer;
-    CURL* curl = transfer.get();
-    curl_easy_setopt(curl, CURLOPT_URL, address.c_str());
-    curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, "http");
-    curl_easy_setopt(curl, CURLOPT_PROXY, ""); // Whatever the environment says.
-    curl_easy_setopt(curl, CURLOPT_FOLLOWLOCATION, 0L);
-    curl_easy_setopt(curl, CURLOPT_FAILONERROR, 1L);
-    curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L); // There are other threads.
-    curl_easy_setopt(curl, CURLOPT_TIMEOUT_MS, static_cast<long>(patience.count()));
-    curl_easy_setopt(curl, CURLOPT_WRITEFUNCTION, &receive);
-    curl_easy_setopt(curl, CURLOPT_WRITEDATA, &answer);
-    long status = 0;
-    const bool isDone = curl_easy_perform(curl) == CURLE_OK &&
-                        curl_easy_getinfo(curl, CURLINFO_RESPONSE_CODE, &status) == CURLE_OK;
-    constexpr long ok = 200;
-    return isDone && status == ok ? std::optional(std::move(answer)) : std::nullopt;
-}
-
 void addPages(std::vector<std::string>& tabs, const std::string& answer) {
     const auto targets = json::parse(answer);
     if (!targets || !targets->is_array()) {
@@ -110,7 +69,7 @@ void addPages(std::vector<std::string>& tabs, const std::string& answer) {
 
 } // namespace
 
-std::vector<std::string> open(const SessionEnvironment& environment) {
+std::vector<std::string> open(const SessionEnvironment& environment, const HttpClient& http) {
     std::vector<std::filesystem::path> profiles;
     for (const char* folder : inSettings) {
         profiles.push_back(environment.configHome() / folder);
@@ -126,7 +85,12 @@ std::vector<std::string> open(const SessionEnvironment& environment) {
         if (!port || left <= milliseconds::zero()) {
             continue;
         }
-        if (const auto answer = get(*port, "/json/list", std::min(left, answerTime))) {
+        const auto answer =
+            http.get({.url = "http://127.0.0.1:" + std::to_string(*port) + "/json/list",
+                      .patience = std::min(left, answerTime),
+                      .maxBytes = maxAnswerBytes,
+                      .direct = true});
+        if (answer) {
             addPages(tabs, *answer);
         }
     }

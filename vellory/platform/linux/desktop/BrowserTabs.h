@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/HttpClient.h"
 #include "platform/linux/session/SessionEnvironment.h"
 
 namespace vellory::BrowserTabs {
@@ -12,6 +13,6 @@ namespace vellory::BrowserTabs {
 /// offer their developer tools on a port of this machine, browser by browser. A browser says which
 /// port in the file DevToolsActivePort of its profile; one that stayed behind is no error. Any
 /// thread; may wait for three seconds.
-std::vector<std::string> open(const SessionEnvironment& environment);
+std::vector<std::string> open(const SessionEnvironment& environment, const HttpClient& http);
 
 } // namespace vellory::BrowserTabs

@@ -14,8 +14,8 @@
 namespace vellory {
 
 LinuxDesktop::LinuxDesktop(SessionEnvironment environment, LinuxRunningApps& apps,
-                           Scheduler& scheduler)
-    : environment_(std::move(environment)), apps_(apps), scheduler_(scheduler),
+                           const HttpClient& http, Scheduler& scheduler)
+    : environment_(std::move(environment)), apps_(apps), http_(http), scheduler_(scheduler),
       badges_(std::make_unique<LauncherBadges>(environment_)),
       sounds_(std::make_shared<SoundPlayer>()) {}
 
@@ -91,7 +91,7 @@ std::vector<std::string> LinuxDesktop::openFolders() const {
 }
 
 std::vector<std::string> LinuxDesktop::openTabs() const {
-    return BrowserTabs::open(environment_);
+    return BrowserTabs::open(environment_, http_);
 }
 
 } // namespace vellory

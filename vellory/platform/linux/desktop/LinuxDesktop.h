@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "platform/Desktop.h"
+#include "platform/HttpClient.h"
 #include "platform/Scheduler.h"
 #include "platform/linux/session/SessionEnvironment.h"
 
@@ -18,8 +19,10 @@ class SoundPlayer;
 /// for it, started as every app is; nothing that is opened is ever run itself.
 class LinuxDesktop final : public Desktop {
   public:
-    /// `apps` starts what opens links and files; it and `scheduler` must outlive this object.
-    LinuxDesktop(SessionEnvironment environment, LinuxRunningApps& apps, Scheduler& scheduler);
+    /// `apps` starts what opens links and files; `http` asks browsers of this machine. They and
+    /// `scheduler` must outlive this object.
+    LinuxDesktop(SessionEnvironment environment, LinuxRunningApps& apps, const HttpClient& http,
+                 Scheduler& scheduler);
     ~LinuxDesktop() override;
 
     /// Only remembered: the shell, which owns the windows, keeps them off the task bar.
@@ -38,6 +41,7 @@ class LinuxDesktop final : public Desktop {
   private:
     SessionEnvironment environment_;
     LinuxRunningApps& apps_;
+    const HttpClient& http_;
     Scheduler& scheduler_;
     ActivationPolicy policy_ = ActivationPolicy::regular;
     std::unique_ptr<LauncherBadges> badges_;
