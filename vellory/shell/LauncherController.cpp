@@ -5,7 +5,6 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QPointer>
-#include <QQmlEngine>
 #include <QScreen>
 
 #include "shell/images/ShadowProvider.h"
@@ -16,6 +15,21 @@
 void qml_register_types_Vellory();
 
 namespace vellory {
+
+namespace {
+
+constexpr const char* mainViewUrl = "qrc:/qt/qml/Vellory/qml/LauncherView.qml";
+
+QScreen* screenWithPointer() {
+    QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
+    return screen == nullptr ? QGuiApplication::primaryScreen() : screen;
+}
+
+QSize pixelsOf(const QScreen& screen) {
+    return screen.size() * screen.devicePixelRatio();
+}
+
+} // namespace
 
 LauncherController::LauncherController(Parts parts, QObject* parent)
     : QObject(parent), parts_(parts), viewModel_(parts.model, parts.state, iconSources_),
@@ -34,29 +48,45 @@ LauncherController::LauncherController(Parts parts, QObject* parent)
 
 LauncherController::~LauncherController() = default;
 
+void LauncherController::expectShow() {
+    keyCatcher_.start();
+    provideGradient(pixelsOf(*screenWithPointer()));
+    createEngine();
+}
+
+void LauncherController::createEngine() {
+    if (engine_ != nullptr) {
+        return;
+    }
+    [[maybe_unused]] static void (*const volatile registration)() = &qml_register_types_Vellory;
+    engine_ = std::make_unique<QQmlEngine>();
+    engine_->addImportPath(":/qt/qml");
+    engine_->addImageProvider("icons", new IconProvider(parts_.icons, iconSources_));
+    engine_->addImageProvider("symbols", new SymbolProvider);
+    engine_->addImageProvider("shadow", new ShadowProvider);
+    engine_->addImageProvider("backdrop", new BackdropProvider(backdrop_));
+    mainView_ = std::make_unique<QQmlComponent>(engine_.get(), QUrl(mainViewUrl),
+                                                QQmlComponent::Asynchronous);
+}
+
 void LauncherController::createWindow() {
     if (view_ != nullptr) {
         return;
     }
-    [[maybe_unused]] static void (*const volatile registration)() = &qml_register_types_Vellory;
-    view_ = std::make_unique<QQuickView>();
-    view_->engine()->addImportPath(":/qt/qml");
+    createEngine();
+    view_ = std::make_unique<QQuickView>(engine_.get(), nullptr);
     view_->setFlags(Qt::Window | Qt::FramelessWindowHint);
     view_->setTitle("Vellory");
     view_->setResizeMode(QQuickView::SizeRootObjectToView);
     view_->setPersistentGraphics(true);
     view_->setPersistentSceneGraph(true);
-    view_->engine()->addImageProvider("icons", new IconProvider(parts_.icons, iconSources_));
-    view_->engine()->addImageProvider("symbols", new SymbolProvider);
-    view_->engine()->addImageProvider("shadow", new ShadowProvider);
-    view_->engine()->addImageProvider("backdrop", new BackdropProvider(backdrop_));
     view_->setInitialProperties({{"launcher", QVariant::fromValue(&viewModel_)},
                                  {"suggestions", QVariant::fromValue(&suggestionsModel_)},
                                  {"settings", QVariant::fromValue(&settings_)},
                                  {"workspaces", QVariant::fromValue(&workspaces_)}});
-    view_->setSource(QUrl("qrc:/qt/qml/Vellory/qml/LauncherView.qml"));
+    view_->setSource(QUrl(mainViewUrl));
     view_->installEventFilter(this);
-    noticeWindow_ = std::make_unique<NoticeWindow>(*view_->engine(), *viewModel_.notices());
+    noticeWindow_ = std::make_unique<NoticeWindow>(*engine_, *viewModel_.notices());
     connect(view_.get(), &QQuickWindow::frameSwapped, this, [this] {
         if (awaitingFrame_) {
             awaitingFrame_ = false;
@@ -79,16 +109,10 @@ void LauncherController::show() {
     if (!hasKeyboard) {
         keyCatcher_.start();
     }
-    QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
-    if (screen == nullptr) {
-        screen = QGuiApplication::primaryScreen();
-    }
+    QScreen* screen = screenWithPointer();
     const QRect area = screen->geometry();
-    if (backdropSize_ != area.size() * screen->devicePixelRatio()) {
-        applyBackdrop(
-            Backdrop::gradient(area.size() * screen->devicePixelRatio(), viewModel_.dark()));
-        loadBackdrop(screen);
-    }
+    provideGradient(pixelsOf(*screen));
+    loadBackdrop(screen);
     createWindow();
     if (isShown()) {
         view_->raise();
@@ -133,7 +157,7 @@ void LauncherController::showSettings() {
     hide();
     createWindow();
     if (settingsView_ == nullptr) {
-        settingsView_ = std::make_unique<QQuickView>(view_->engine(), nullptr);
+        settingsView_ = std::make_unique<QQuickView>(engine_.get(), nullptr);
         settingsView_->setTitle("vellory Settings");
         settingsView_->setResizeMode(QQuickView::SizeRootObjectToView);
         settingsView_->setMinimumSize(least);
@@ -150,7 +174,7 @@ void LauncherController::showSettings() {
 
 void LauncherController::prepare(QSize size) {
     const double scale = QGuiApplication::primaryScreen()->devicePixelRatio();
-    applyBackdrop(Backdrop::gradient(size * scale, viewModel_.dark()));
+    provideGradient(size * scale);
     createWindow();
     parts_.state.reset();
     parts_.state.setPresented(true);
@@ -159,7 +183,18 @@ void LauncherController::prepare(QSize size) {
     view_->show();
 }
 
+void LauncherController::provideGradient(QSize size) {
+    if (size != backdropSize_) {
+        applyBackdrop(size,
+                      std::async(std::launch::async, Backdrop::gradient, size, viewModel_.dark()));
+    }
+}
+
 void LauncherController::loadBackdrop(QScreen* screen) {
+    if (wallpaperSize_ == pixelsOf(*screen)) {
+        return;
+    }
+    wallpaperSize_ = pixelsOf(*screen);
     const QRect logical = screen->geometry();
     const double scale = screen->devicePixelRatio();
     const Desktop::Area area{
@@ -173,17 +208,19 @@ void LauncherController::loadBackdrop(QScreen* screen) {
         if (!wallpaper || Backdrop::isBlank(*wallpaper)) {
             return {};
         }
-        QImage image = Backdrop::softened(*wallpaper, {area.width, area.height}, dark);
-        return [self, image] {
+        const QSize size(area.width, area.height);
+        std::promise<QImage> softened;
+        softened.set_value(Backdrop::softened(*wallpaper, size, dark));
+        return [self, size, image = softened.get_future().share()] {
             if (self != nullptr) {
-                self->applyBackdrop(image);
+                self->applyBackdrop(size, image);
             }
         };
     });
 }
 
-void LauncherController::applyBackdrop(QImage image) {
-    backdropSize_ = image.size();
+void LauncherController::applyBackdrop(QSize size, std::shared_future<QImage> image) {
+    backdropSize_ = size;
     backdrop_->set(std::move(image));
     viewModel_.setBackdrop("image://backdrop/" + QString::number(++backdropGeneration_));
 }

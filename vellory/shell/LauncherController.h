@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <future>
 #include <memory>
 
 #include <QObject>
+#include <QQmlComponent>
+#include <QQmlEngine>
 #include <QQuickView>
 
 #include "model/AppModel.h"
@@ -42,8 +45,9 @@ class LauncherController : public QObject {
     explicit LauncherController(Parts parts, QObject* parent = nullptr);
     ~LauncherController() override;
 
-    /// Takes the keyboard for a `show` that is to follow.
-    void expectShow() { keyCatcher_.start(); }
+    /// Takes the keyboard for a `show` that is to follow, and begins on other threads what it will
+    /// need.
+    void expectShow();
     /// Shows the grid over everything on the display with the pointer.
     void show();
     void hide();
@@ -73,9 +77,13 @@ class LauncherController : public QObject {
     void hidden();
 
   private:
+    void createEngine();
     void createWindow();
+    /// The quiet backdrop for a display, unless there is one of its size.
+    void provideGradient(QSize size);
+    /// The wallpaper's in its place when it is ready, unless that was made for this size.
     void loadBackdrop(QScreen* screen);
-    void applyBackdrop(QImage image);
+    void applyBackdrop(QSize size, std::shared_future<QImage> image);
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     Parts parts_;
@@ -87,11 +95,13 @@ class LauncherController : public QObject {
     SuggestionsViewModel suggestionsModel_;
     SettingsViewModel settings_;
     WorkspacesViewModel workspaces_;
+    std::unique_ptr<QQmlEngine> engine_;
+    std::unique_ptr<QQmlComponent> mainView_; ///< what `view_` shows, compiled ahead
     std::unique_ptr<QQuickView> view_;
-    // Both draw with the engine of `view_`.
     std::unique_ptr<QQuickView> settingsView_;
     std::unique_ptr<NoticeWindow> noticeWindow_;
-    QSize backdropSize_;
+    QSize backdropSize_;  ///< in pixels, as the next
+    QSize wallpaperSize_; ///< for which the wallpaper was last asked for
     int backdropGeneration_ = 0;
     bool awaitingFrame_ = false;
     bool wasActive_ = false;

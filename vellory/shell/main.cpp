@@ -346,6 +346,8 @@ int run(CommandLine options, const char* name) {
     QtArguments arguments(name, options);
     const QGuiApplication application(arguments.count(), arguments.values());
 
+    // Not before: Qt changes the environment, which other threads must not be reading then.
+    start.readAppsAhead();
     const LinuxPlatform::Folders folders = start.folders(options.support);
     Machine machine(start, folders);
     Program program(machine, {.paths = VelloryPaths(folders.data, options.support),

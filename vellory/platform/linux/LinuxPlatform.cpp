@@ -9,7 +9,9 @@
 namespace vellory {
 
 LinuxPlatform::Start::Start(std::optional<std::filesystem::path> onlyEntries)
-    : environment_(SessionEnvironment::current()), onlyEntries_(std::move(onlyEntries)) {}
+    : environment_(SessionEnvironment::current()),
+      entries_(std::make_shared<DesktopEntries>(
+          DesktopEntries::Options{environment_, std::move(onlyEntries)})) {}
 
 LinuxPlatform::Start LinuxPlatform::begin(std::optional<std::filesystem::path> onlyEntries) {
     return Start(std::move(onlyEntries));
@@ -50,9 +52,7 @@ LinuxPlatform::Start::folders(const std::optional<std::filesystem::path>& suppor
 
 LinuxPlatform::LinuxPlatform(const Start& start, const Folders& folders, EventLoop& loop,
                              Scheduler& scheduler, const HttpClient& http)
-    : environment_(start.environment()),
-      entries_(std::make_shared<DesktopEntries>(
-          DesktopEntries::Options{start.environment(), start.onlyEntries()})),
+    : environment_(start.environment()), entries_(start.entries()),
       catalogue_(entries_, start.sortLocale()), icons_({.environment = start.environment(),
                                                         .cacheFolder = folders.cache / "icons",
                                                         .theme = std::nullopt}),

@@ -48,12 +48,15 @@ class LinuxPlatform {
         /// With `support` everything is kept in that folder.
         Folders folders(const std::optional<std::filesystem::path>& support) const;
 
+        /// Begins to read what is installed while the rest is set up.
+        void readAppsAhead() const { entries_->readAhead(); }
+
         const SessionEnvironment& environment() const { return environment_; }
-        const std::optional<std::filesystem::path>& onlyEntries() const { return onlyEntries_; }
+        const std::shared_ptr<DesktopEntries>& entries() const { return entries_; }
 
       private:
         SessionEnvironment environment_;
-        std::optional<std::filesystem::path> onlyEntries_;
+        std::shared_ptr<DesktopEntries> entries_;
     };
 
     /// To be called first in `main`, before anything changes the environment. `onlyEntries` is the

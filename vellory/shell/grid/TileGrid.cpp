@@ -261,7 +261,10 @@ bool TileGrid::make(int index) {
     if (delegate_ == nullptr || entries_.contains(tile.id)) {
         return false;
     }
-    const QVariantMap initial{{"tileId", tile.id},
+    const QSizeF size = geometry_.cell(index).size();
+    const QVariantMap initial{{"width", size.width()},
+                              {"height", size.height()},
+                              {"tileId", tile.id},
                               {"title", tile.title},
                               {"isFolder", tile.isFolder},
                               {"icons", tile.icons},
@@ -272,8 +275,8 @@ bool TileGrid::make(int index) {
                               {"isRunning", tile.isRunning},
                               {"selected", tile.isSelected},
                               {"index", index},
-                              {"highlighted", false},
-                              {"rippleDelay", 0.0},
+                              {"highlighted", index == highlight_},
+                              {"rippleDelay", geometry_.rippleDelay(index, rippleOrigin_)},
                               {"grid", QVariant::fromValue(this)}};
     QQuickItem* item = makeDelegate(*delegate_, initial, *content_, *this);
     if (item == nullptr) {
@@ -282,9 +285,6 @@ bool TileGrid::make(int index) {
     Entry& entry = entries_[tile.id];
     entry = {item, tile, index};
     place(entry, false);
-    if (index == highlight_) {
-        item->setProperty("highlighted", true);
-    }
     return true;
 }
 

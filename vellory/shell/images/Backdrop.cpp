@@ -211,14 +211,16 @@ bool Backdrop::isBlank(const Image& image) {
     return true;
 }
 
-void BackdropStore::set(QImage image) {
+void BackdropStore::set(std::shared_future<QImage> image) {
     const std::lock_guard lock(mutex_);
     image_ = std::move(image);
 }
 
 QImage BackdropStore::image() const {
-    const std::lock_guard lock(mutex_);
-    return image_;
+    std::unique_lock lock(mutex_);
+    const std::shared_future<QImage> image = image_;
+    lock.unlock();
+    return image.valid() ? image.get() : QImage();
 }
 
 QImage BackdropProvider::requestImage(const QString& id, QSize* size, const QSize& requested) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <future>
 #include <memory>
 #include <mutex>
 
@@ -30,12 +31,14 @@ bool isBlank(const Image& image);
 /// Serves the current backdrop as `image://backdrop/<generation>`. Any thread.
 class BackdropStore {
   public:
-    void set(QImage image);
+    /// One that may still be being made.
+    void set(std::shared_future<QImage> image);
+    /// Waits for one that is still being made; null when none was set.
     QImage image() const;
 
   private:
     mutable std::mutex mutex_;
-    QImage image_;
+    std::shared_future<QImage> image_;
 };
 
 class BackdropProvider : public QQuickImageProvider {

@@ -2,7 +2,8 @@
 import QtQuick
 import Vellory
 
-// The panels that stand over the grid and keep it from being used, one at a time.
+// The panels that stand over the grid and keep it from being used, one at a time. Each is made when
+// it is first wanted, and kept.
 Item {
     id: panels
 
@@ -11,47 +12,73 @@ Item {
     required property Settings settings
     required property Workspaces workspaces
 
-    readonly property bool moving: history.moving || hiddenApps.moving || emoji.moving || fromOpen.moving
-                                   || session.moving || settingsPanel.moving
+    readonly property bool moving: historySheet.moving || hiddenAppsSheet.moving || emojiSheet.moving
+                                   || fromOpenSheet.moving || sessionSheet.moving || settingsSheet.moving
 
-    HistoryPanel {
-        id: history
+    component Sheet: Loader {
+        property bool wanted: false
+        // Not before it is there: it takes the focus when it becomes visible.
+        readonly property bool shown: wanted && status === Loader.Ready
+        readonly property bool moving: item !== null && item.moving
+
         anchors.fill: parent
-        visible: panels.launcher.panel === Launcher.History
-        launcher: panels.launcher
+        active: false
+        onWantedChanged: {
+            if (wanted)
+                active = true
+        }
     }
-    HiddenAppsPanel {
-        id: hiddenApps
-        anchors.fill: parent
-        visible: panels.launcher.panel === Launcher.HiddenApps
-        launcher: panels.launcher
+
+    Sheet {
+        id: historySheet
+        wanted: panels.launcher.panel === Launcher.History
+        sourceComponent: HistoryPanel {
+            visible: historySheet.shown
+            launcher: panels.launcher
+        }
     }
-    EmojiPanel {
-        id: emoji
-        anchors.fill: parent
-        visible: panels.launcher.panel === Launcher.Emoji
-        launcher: panels.launcher
+    Sheet {
+        id: hiddenAppsSheet
+        wanted: panels.launcher.panel === Launcher.HiddenApps
+        sourceComponent: HiddenAppsPanel {
+            visible: hiddenAppsSheet.shown
+            launcher: panels.launcher
+        }
     }
-    NewFromOpenPanel {
-        id: fromOpen
-        anchors.fill: parent
-        visible: panels.launcher.panel === Launcher.WorkspaceFromOpen
-        launcher: panels.launcher
-        workspaces: panels.workspaces
+    Sheet {
+        id: emojiSheet
+        wanted: panels.launcher.panel === Launcher.Emoji
+        sourceComponent: EmojiPanel {
+            visible: emojiSheet.shown
+            launcher: panels.launcher
+        }
     }
-    FocusSessionPanel {
-        id: session
-        anchors.fill: parent
-        visible: panels.launcher.panel === Launcher.FocusSession
-        launcher: panels.launcher
-        workspaces: panels.workspaces
+    Sheet {
+        id: fromOpenSheet
+        wanted: panels.launcher.panel === Launcher.WorkspaceFromOpen
+        sourceComponent: NewFromOpenPanel {
+            visible: fromOpenSheet.shown
+            launcher: panels.launcher
+            workspaces: panels.workspaces
+        }
     }
-    SettingsPanel {
-        id: settingsPanel
-        anchors.fill: parent
-        visible: panels.launcher.panel === Launcher.Settings
-        launcher: panels.launcher
-        settings: panels.settings
-        suggestions: panels.suggestions
+    Sheet {
+        id: sessionSheet
+        wanted: panels.launcher.panel === Launcher.FocusSession
+        sourceComponent: FocusSessionPanel {
+            visible: sessionSheet.shown
+            launcher: panels.launcher
+            workspaces: panels.workspaces
+        }
+    }
+    Sheet {
+        id: settingsSheet
+        wanted: panels.launcher.panel === Launcher.Settings
+        sourceComponent: SettingsPanel {
+            visible: settingsSheet.shown
+            launcher: panels.launcher
+            settings: panels.settings
+            suggestions: panels.suggestions
+        }
     }
 }

@@ -44,11 +44,21 @@ bool isPlainName(std::string_view name) {
            });
 }
 
+/// When a folder last got or lost a file; the least time for one that does not exist.
+fs::file_time_type changeOf(const fs::path& folder) {
+    std::error_code error;
+    const fs::file_time_type time = fs::last_write_time(folder, error);
+    return error ? fs::file_time_type::min() : time;
+}
+
 /// Looks for entries below one root.
 class Walk {
   public:
-    /// `folders` are those that have been looked into, below other roots too.
-    Walk(const fs::path& root, std::vector<fs::path>& folders) : folders_(folders) {
+    /// `folders` are those that have been looked into, below other roots too, and `changed` when
+    /// they had last changed.
+    Walk(const fs::path& root, std::vector<fs::path>& folders,
+         std::vector<fs::file_time_type>& changed)
+        : folders_(folders), changed_(changed) {
         lookInto({root, "", 0});
         // Not before: an app keeps the id that it has by its own folder.
         for (std::size_t i = 0; i < links_.size(); ++i) {
@@ -81,6 +91,7 @@ class Walk {
             return;
         }
         folders_.push_back(folder.path);
+        changed_.push_back(changeOf(folder.path));
         const Content content = list(folder.path);
         for (const std::string& name : content.files) {
             found_.push_back({folder.prefix + name.substr(0, name.size() - entrySuffix.size()),
@@ -125,6 +136,7 @@ class Walk {
     }
 
     std::vector<fs::path>& folders_;
+    std::vector<fs::file_time_type>& changed_;
     std::set<std::pair<dev_t, ino_t>> visited_;
     std::vector<Folder> links_; ///< to folders, not looked into yet
     std::vector<Found> found_;
@@ -244,13 +256,43 @@ std::vector<fs::path> DesktopEntries::mimeFolders() const {
     return folders;
 }
 
+void DesktopEntries::readAhead() {
+    rootsAhead_ = roots();
+    ahead_ = std::async(std::launch::async, [roots = rootsAhead_, names = desktopNames_] {
+        return readingOf(roots, names);
+    });
+}
+
+std::optional<DesktopEntries::Reading>
+DesktopEntries::takeAhead(const std::vector<fs::path>& roots) {
+    if (!ahead_.valid()) {
+        return std::nullopt;
+    }
+    Reading reading = ahead_.get();
+    std::vector<fs::file_time_type> changedNow;
+    for (const fs::path& folder : reading.folders) {
+        changedNow.push_back(changeOf(folder));
+    }
+    return roots == rootsAhead_ && changedNow == reading.changed ? std::optional(std::move(reading))
+                                                                 : std::nullopt;
+}
+
 void DesktopEntries::read(const std::vector<fs::path>& roots) {
-    entries_.clear();
-    folders_.clear();
+    std::optional<Reading> reading = takeAhead(roots);
+    if (!reading) {
+        reading = readingOf(roots, desktopNames_);
+    }
+    entries_ = std::move(reading->entries);
+    folders_ = std::move(reading->folders);
     ++revision_;
+}
+
+DesktopEntries::Reading DesktopEntries::readingOf(const std::vector<fs::path>& roots,
+                                                  const std::vector<std::string>& desktopNames) {
+    Reading reading;
     std::set<BundleID> settled;
     for (const fs::path& root : roots) {
-        const Walk walk(root, folders_);
+        const Walk walk(root, reading.folders, reading.changed);
         for (const Found& candidate : walk.found()) {
             if (settled.contains(candidate.id)) {
                 continue;
@@ -263,11 +305,12 @@ void DesktopEntries::read(const std::vector<fs::path>& roots) {
             if (DesktopEntryFile::flag(file.get(), G_KEY_FILE_DESKTOP_KEY_HIDDEN)) {
                 continue;
             }
-            if (auto entry = vellory::read(candidate, file.get(), desktopNames_)) {
-                entries_.emplace(candidate.id, std::move(*entry));
+            if (auto entry = vellory::read(candidate, file.get(), desktopNames)) {
+                reading.entries.emplace(candidate.id, std::move(*entry));
             }
         }
     }
+    return reading;
 }
 
 const std::map<BundleID, DesktopEntry>& DesktopEntries::all() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <future>
 #include <map>
 #include <optional>
 #include <string>
@@ -38,6 +39,10 @@ class DesktopEntries {
 
     explicit DesktopEntries(Options options);
 
+    /// Begins to read the roots without extra folders on another thread, for a first `read` of
+    /// them that is to follow: a start has other things to do meanwhile.
+    void readAhead();
+
     /// The folders of entries in order of precedence: the user's, the system's, those of Flatpak
     /// and Snap where the session does not name them already, then `extraFolders`.
     std::vector<std::filesystem::path>
@@ -65,10 +70,24 @@ class DesktopEntries {
     unsigned revision() const { return revision_; }
 
   private:
+    /// What one reading found.
+    struct Reading {
+        std::map<BundleID, DesktopEntry> entries;
+        std::vector<std::filesystem::path> folders;
+        /// When what is in `folders` last changed, as they were before they were looked into.
+        std::vector<std::filesystem::file_time_type> changed;
+    };
+    static Reading readingOf(const std::vector<std::filesystem::path>& roots,
+                             const std::vector<std::string>& desktopNames);
+    /// What was read ahead, when it is that and still true.
+    std::optional<Reading> takeAhead(const std::vector<std::filesystem::path>& roots);
+
     Options options_;
     std::vector<std::string> desktopNames_;
     std::map<BundleID, DesktopEntry> entries_;
     std::vector<std::filesystem::path> folders_;
+    std::vector<std::filesystem::path> rootsAhead_;
+    std::future<Reading> ahead_; ///< of `rootsAhead_`
     unsigned revision_ = 0;
 };
 

@@ -2,7 +2,8 @@
 import QtQuick
 import Vellory
 
-// One tile of a grid: an app's icon or a folder, its name below, and the marks of its state.
+// One tile of a grid: an app's icon or a folder, its name below, and the marks of its state. The
+// marks are made when there is something to mark: a page of tiles is there sooner.
 // Components are not bound here: Qt 6.4 refuses to load a bound one from a delegate made in C++.
 Item {
     id: tile
@@ -58,6 +59,11 @@ Item {
         return 1 - Math.pow(1 - clamped, 3)
     }
 
+    onTargetedChanged: {
+        if (targeted)
+            sink.active = true
+    }
+
     opacity: carried ? 0 : appearing
     scale: Theme.reduceMotion ? 1 : 0.92 + 0.08 * appearing
     z: lifted ? 1 : 0
@@ -104,21 +110,25 @@ Item {
         }
         TapHandler {
             id: press
+
+            readonly property bool plain: pressed && !(point.pressedButtons & (Qt.MiddleButton | Qt.RightButton))
+
             gesturePolicy: TapHandler.DragThreshold
-            acceptedButtons: Qt.LeftButton
-            onTapped: press.point.modifiers & Qt.ControlModifier ? tile.toggled() : tile.activated(false)
+            acceptedButtons: Qt.LeftButton | Qt.MiddleButton | Qt.RightButton
+            onTapped: (eventPoint, button) => {
+                if (button === Qt.RightButton)
+                    tile.menuRequested()
+                else if (button === Qt.MiddleButton)
+                    tile.activated(true)
+                else if (press.point.modifiers & Qt.ControlModifier)
+                    tile.toggled()
+                else
+                    tile.activated(false)
+            }
             onLongPressed: {
                 if (press.point.device.type === PointerDevice.TouchScreen)
                     tile.menuRequested()
             }
-        }
-        TapHandler {
-            acceptedButtons: Qt.MiddleButton
-            onTapped: tile.activated(true)
-        }
-        TapHandler {
-            acceptedButtons: Qt.RightButton
-            onTapped: tile.menuRequested()
         }
     }
 
@@ -138,7 +148,7 @@ Item {
             anchors.horizontalCenter: parent.horizontalCenter
             width: tile.side
             height: tile.side
-            scale: tile.targeted ? 0.82 : tile.lifted ? 1.08 : press.pressed ? 0.96 : hover.hovered ? 1.04 : 1
+            scale: tile.targeted ? 0.82 : tile.lifted ? 1.08 : press.plain ? 0.96 : hover.hovered ? 1.04 : 1
             Behavior on scale {
                 SequentialAnimation {
                     PauseAnimation { duration: tile.targeted ? Theme.sinkDelay : 0 }
@@ -147,28 +157,11 @@ Item {
             }
 
             // What takes the dragged tile in becomes a folder's square before it does.
-            Rectangle {
+            Loader {
+                id: sink
                 anchors.fill: parent
-                anchors.margins: tile.targeted ? -14 : 0
-                radius: width * Theme.folderRadius
-                color: Theme.folderFill
-                border.width: 2
-                border.color: Theme.accent
-                opacity: tile.targeted ? 1 : 0
-                visible: opacity > 0
-                Behavior on anchors.margins {
-                    enabled: !Theme.reduceMotion
-                    SequentialAnimation {
-                        PauseAnimation { duration: tile.targeted ? Theme.sinkDelay : 0 }
-                        NumberAnimation { duration: Theme.hover }
-                    }
-                }
-                Behavior on opacity {
-                    SequentialAnimation {
-                        PauseAnimation { duration: tile.targeted ? Theme.sinkDelay : 0 }
-                        NumberAnimation { duration: Theme.hover }
-                    }
-                }
+                active: false
+                sourceComponent: SinkMark { targeted: tile.targeted }
             }
 
             Loader {
@@ -181,7 +174,7 @@ Item {
                 AppIcon {
                     source: tile.icons.length > 0 ? tile.icons[0] : ""
                     size: tile.side
-                    darkened: press.pressed
+                    darkened: press.plain
                 }
             }
             Component {
@@ -192,46 +185,24 @@ Item {
                     emoji: tile.emoji
                     cover: tile.cover
                     size: tile.side
-                    darkened: press.pressed
+                    darkened: press.plain
                 }
             }
 
-            IconBadge {
+            Loader {
                 anchors { right: parent.right; top: parent.top; margins: -4 }
-                text: tile.badge
+                active: tile.badge !== ""
+                sourceComponent: IconBadge { text: tile.badge }
             }
-
-            Rectangle {
-                visible: tile.selected
+            Loader {
                 anchors { left: parent.left; top: parent.top; margins: -6 }
-                width: Theme.badgeHeight
-                height: width
-                radius: width / 2
-                color: Theme.accent
-                border { width: 2; color: Theme.accentInk }
-                Image {
-                    anchors.centerIn: parent
-                    width: 12
-                    height: 12
-                    sourceSize: Qt.size(24, 24)
-                    source: Theme.symbolSource("checkmark", Theme.accentInk)
-                }
+                active: tile.selected
+                sourceComponent: SelectionMark {}
             }
-
-            Rectangle {
-                visible: tile.hint !== "" && tile.hint.startsWith(tile.hintTyped)
+            Loader {
                 anchors.centerIn: parent
-                width: hintText.implicitWidth + 16
-                height: 28
-                radius: 8
-                color: Theme.hintFill
-                Text {
-                    id: hintText
-                    anchors.centerIn: parent
-                    text: tile.hint
-                    color: Theme.hintText
-                    font { pixelSize: 15; weight: Font.Bold; letterSpacing: 1 }
-                }
+                active: tile.hint !== "" && tile.hint.startsWith(tile.hintTyped)
+                sourceComponent: HintMark { text: tile.hint }
             }
         }
 
