@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
+#include <chrono>
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -108,6 +110,43 @@ TEST_F(CatalogueTest, FoldersAreLookedIntoOnceHoweverManyLinksLeadThere) {
     }
     EXPECT_THAT(ids(), ElementsAre("app", "level5-deep"));
     EXPECT_LT(catalogue->scannedFolders().size(), 600U);
+}
+
+TEST_F(CatalogueTest, WhatIsReadAheadCountsOnlyWhileItIsTrue) {
+    const auto threads = [] {
+        return std::ranges::distance(fs::directory_iterator("/proc/self/task"));
+    };
+    const fs::path root = folder.path() / "ahead";
+    const std::vector<fs::path> roots{root};
+    const std::vector<fs::path> others{folder.path() / "other", folder.path() / "missing"};
+    folder.write("ahead/first.desktop", entry("first"));
+    folder.write("other/second.desktop", entry("second"));
+    DesktopEntries({environment(), root}).read(roots); // GIO starts a thread of its own.
+    const auto idsOf = [&](const std::vector<fs::path>& asked, const auto& meanwhile) {
+        DesktopEntries read({environment(), root});
+        const auto before = threads();
+        read.readAhead();
+        for (const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+             threads() > before && std::chrono::steady_clock::now() < end;) {
+            std::this_thread::yield();
+        }
+        meanwhile();
+        read.read(asked);
+        std::vector<std::string> ids;
+        for (const auto& [id, found] : read.lastRead()) {
+            ids.push_back(id);
+        }
+        EXPECT_EQ(read.folders(), asked);
+        return ids;
+    };
+    const auto nothing = [] {};
+    EXPECT_THAT(idsOf(roots, nothing), ElementsAre("first"));
+    EXPECT_THAT(idsOf(others, nothing), ElementsAre("second"));
+    EXPECT_THAT(idsOf(roots, [&] { folder.write("ahead/third.desktop", entry("third")); }),
+                ElementsAre("first", "third"));
+    EXPECT_THAT(idsOf(roots, [&] { fs::remove_all(root); }), IsEmpty());
+    EXPECT_THAT(idsOf(roots, [&] { folder.write("ahead/first.desktop", entry("first")); }),
+                ElementsAre("first"));
 }
 
 TEST_F(CatalogueTest, OnlyWhatMenusWouldShowIsListed) {
