@@ -8,6 +8,8 @@
 #include <type_traits>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 namespace vellory::test {
 
 /// `part` as often as `count` says.
@@ -28,6 +30,13 @@ auto each(const Items& items, Of of) {
         out.push_back(std::invoke(of, item));
     }
     return out;
+}
+
+/// `text` with one passage changed. Fails the test when the passage is not there.
+inline std::string changed(std::string text, std::string_view what, std::string_view with) {
+    const std::size_t at = text.find(what);
+    EXPECT_NE(at, std::string::npos) << what;
+    return at == std::string::npos ? text : text.replace(at, what.size(), with);
 }
 
 } // namespace vellory::test

@@ -18,15 +18,7 @@ TEST(AutoFolders, ACategoryHasOneFolderTitleOrNone) {
     const std::pair<const char*, const char*> titles[] = {
         {"public.app-category.developer-tools", "Developer"},
         {"developer-tools", "Developer"}, // without the prefix: as it stands
-        {"public.app-category.video", "Creative"},
-        {"public.app-category.business", "Productivity"},
-        {"public.app-category.utilities", "Utilities"},
         {"public.app-category.social-networking", "Social"},
-        {"public.app-category.sports", "Entertainment"},
-        {"public.app-category.weather", "Information"},
-        {"public.app-category.finance", "Finance"},
-        {"public.app-category.medical", "Health"},
-        {"public.app-category.navigation", "Travel"},
         {"public.app-category.puzzle-games", "Games"},
         {"public.app-category.games", "Games"},
     };

@@ -9,6 +9,7 @@
 #include "Board/VelloryPaths.h"
 #include "support/Boards.h"
 #include "support/Child.h"
+#include "support/Lists.h"
 #include "support/TemporaryFolder.h"
 
 namespace vellory::board_tests {
@@ -36,6 +37,20 @@ struct BoardStoreTest : testing::Test {
         ASSERT_TRUE(store.save(board({app(id)}), reason));
     }
 
+    std::error_code saveError(const Board& grid, std::optional<std::string_view> reason = {}) {
+        const auto saved = store.save(grid, reason);
+        return saved ? std::error_code() : saved.error();
+    }
+
+    /// Sets the rights of the board's folders.
+    void permit(fs::perms rights) const {
+        for (const auto& place : {folder.path(), paths.support(), paths.layoutHistory()}) {
+            if (fs::exists(place)) {
+                fs::permissions(place, rights);
+            }
+        }
+    }
+
     std::string layout() const { return contentOf(paths.layout()); }
 
     std::vector<std::string> history() const {
@@ -54,19 +69,13 @@ TEST(VelloryPaths, AllMoveWithTheOverride) {
     EXPECT_EQ(scratch.desk(), "/scratch/DeskHistory");
 }
 
-TEST_F(BoardStoreTest, TheFirstSaveWritesTheFileAndNoHistory) {
+TEST_F(BoardStoreTest, OnlyAChangeWithAReasonGrowsTheHistory) {
     EXPECT_EQ(store.load(), std::nullopt);
     EXPECT_EQ(store.read(), std::unexpected(BoardStore::ReadError::missing));
-    change("a", "Moved");
-    EXPECT_EQ(store.load(), board({app("a")}));
-    EXPECT_THAT(namesIn(paths.support()), ElementsAre("layout.json"));
-}
-
-TEST_F(BoardStoreTest, OnlyAChangeWithAReasonGrowsTheHistory) {
-    change("a", std::nullopt);
+    change("a", "Moved"); // the first save: nothing was there before
     change("b", std::nullopt);
     change("b", "Moved"); // the very same board
-    EXPECT_THAT(history(), IsEmpty());
+    EXPECT_THAT(namesIn(paths.support()), ElementsAre("layout.json"));
     change("c", "Moved");
     EXPECT_THAT(history(), ElementsAre("1700000240123_Moved.json"));
     EXPECT_EQ(store.load(), board({app("c")}));
@@ -102,12 +111,6 @@ TEST_F(BoardStoreTest, KeepsTheNewestSixtyAndNoStranger) {
 
 TEST_F(BoardStoreTest, AReasonBecomesAPartOfAFileName) {
     const std::string family = "👨‍👩‍👧‍👦"; // one character of 25 bytes
-    std::string families;
-    std::string fewFamilies;
-    for (int i = 0; i < 100; ++i) {
-        families += family;
-        fewFamilies += i < 8 ? family : "";
-    }
     const std::pair<std::string, std::string> reasons[] = {
         {"Hid a/b c", "Hid_a-b_c"},
         {"Sorted A–Z", "Sorted_A–Z"},
@@ -117,7 +120,7 @@ TEST_F(BoardStoreTest, AReasonBecomesAPartOfAFileName) {
         {std::string("a\0b\nc", 5), "a_b_c"},
         {"a_b.c: d", "a_b.c:_d"},
         {"bad \xff", "bad_\uFFFD"},
-        {families, fewFamilies}, // as many as a file name can hold
+        {test::repeated(family, 100), test::repeated(family, 8)}, // as many as a file name can hold
     };
     change("first", std::nullopt);
     for (const auto& [reason, part] : reasons) {
@@ -131,11 +134,8 @@ TEST_F(BoardStoreTest, ChangesWithinOneMillisecondAreAllKeptInOrder) {
     for (const char* id : {"a", "b", "c", "d"}) {
         ASSERT_TRUE(store.save(board({app(id)}), "Moved"));
     }
-    std::vector<std::string> ids;
-    for (const auto& entry : store.snapshots()) {
-        ids.push_back(drawn(store.boardIn(entry).value()));
-    }
-    EXPECT_THAT(ids, ElementsAre("c", "b", "a"));
+    const auto boardIn = [&](const auto& entry) { return drawn(store.boardIn(entry).value()); };
+    EXPECT_THAT(each(store.snapshots(), boardIn), ElementsAre("c", "b", "a"));
     EXPECT_THAT(history(), ElementsAre("1700000000123_Moved.json", "1700000000124_Moved.json",
                                        "1700000000125_Moved.json"));
 }
@@ -151,11 +151,8 @@ TEST_F(BoardStoreTest, HistoryNamesAreReadByTheirNumberAndStrangersPassedOver) {
     folder.write("vellory/LayoutHistory/1e300_Never.json", "{\"tiles\": []}");
     fs::create_directories(paths.layoutHistory() / "9_Folder.json" / "inside");
     fs::create_symlink("/nowhere", paths.layoutHistory() / "8_Link.json");
-    std::vector<std::string> reasons;
-    for (const auto& entry : store.snapshots()) {
-        reasons.push_back(entry.reason);
-    }
-    EXPECT_THAT(reasons, ElementsAre("New_name_x", "Old", "Half", ""));
+    EXPECT_THAT(each(store.snapshots(), &BoardStore::Snapshot::reason),
+                ElementsAre("New_name_x", "Old", "Half", ""));
     EXPECT_EQ(store.snapshots()[1].date, Date::since1970(999'999'999.999));
 }
 
@@ -192,21 +189,15 @@ TEST_F(BoardStoreTest, AFileThatIsNoBoardReadsAsNothingAndIsKeptBeside) {
 TEST_F(BoardStoreTest, AFileThatMayNotBeReadIsKeptBeside) {
     folder.write("vellory/layout.json", "secret");
     fs::permissions(paths.layout(), fs::perms::none);
-    for (const auto& place : {folder.path(), paths.support()}) {
-        fs::permissions(place, fs::perms::all);
-    }
-    ASSERT_EQ(inChild([&] {
-                  // Only a file of one's own can be given a second name without reading it.
-                  if (::geteuid() == 0 && ::chown(paths.layout().c_str(), 65534, 65534) != 0) {
-                      return 1;
-                  }
-                  if (!becomeNobody() ||
-                      store.read() != std::unexpected(BoardStore::ReadError::unreadable)) {
-                      return 2;
-                  }
-                  return store.save(board({app("a")})) ? 0 : 3;
-              }),
-              0);
+    permit(fs::perms::all);
+    const int saved = inChild([&] {
+        // Only a file of one's own can be given a second name without reading it.
+        const bool isOurs = ::geteuid() != 0 || ::chown(paths.layout().c_str(), 65534, 65534) == 0;
+        return isOurs && becomeNobody() &&
+               store.read() == std::unexpected(BoardStore::ReadError::unreadable) &&
+               !saveError(board({app("a")}));
+    });
+    EXPECT_EQ(saved, true);
     fs::permissions(paths.support() / "layout.json.unreadable", fs::perms::owner_read);
     EXPECT_EQ(contentOf(paths.support() / "layout.json.unreadable"), "secret");
 }
@@ -217,13 +208,9 @@ TEST_F(BoardStoreTest, AFailedSaveLeavesEverythingAsItWas) {
     const Board large = board({app(std::string(100'000, 'x'))});
 
     const int fullDisk = inChild([&] {
-        if (!limitFileSize(10'000)) {
-            return 1;
-        }
-        const auto saved = store.save(large, "Moved");
-        return !saved && saved.error() == std::errc::file_too_large ? 0 : 2;
+        return limitFileSize(10'000) && saveError(large, "Moved") == std::errc::file_too_large;
     });
-    EXPECT_EQ(fullDisk, 0);
+    EXPECT_EQ(fullDisk, true);
     EXPECT_EQ(layout(), before);
     EXPECT_THAT(namesIn(paths.support()), ElementsAre("LayoutHistory", "layout.json"));
     EXPECT_THAT(history(), IsEmpty()); // else tries that fail would push the history out
@@ -242,28 +229,16 @@ TEST_F(BoardStoreTest, AFolderThatMayNotBeWrittenIsReportedAndTheHistoryStays) {
     change("a", std::nullopt);
     change("b", "Moved");
     const std::string before = layout();
-    const auto readable = fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read |
-                          fs::perms::others_exec;
-    for (const auto& place : {folder.path(), paths.support(), paths.layoutHistory()}) {
-        fs::permissions(place, readable);
-    }
+    permit(fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read |
+           fs::perms::others_exec);
     fs::permissions(paths.layout(), fs::perms::all);
     const int refused = inChild([&] {
-        if (!becomeNobody()) {
-            return 1;
-        }
         milliseconds += 60'000;
-        const auto plain = store.save(board({app("c")}));
-        const auto reasoned = store.save(board({app("c")}), "Moved");
-        return plain.error() == std::errc::permission_denied &&
-                       reasoned.error() == std::errc::permission_denied
-                   ? 0
-                   : 2;
+        return becomeNobody() && saveError(board({app("c")})) == std::errc::permission_denied &&
+               saveError(board({app("c")}), "Moved") == std::errc::permission_denied;
     });
-    for (const auto& place : {folder.path(), paths.support(), paths.layoutHistory()}) {
-        fs::permissions(place, fs::perms::owner_all);
-    }
-    EXPECT_EQ(refused, 0);
+    permit(fs::perms::owner_all);
+    EXPECT_EQ(refused, true);
     EXPECT_EQ(layout(), before);
     EXPECT_EQ(history().size(), 1);
 }

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "support/Boards.h"
+#include "support/Lists.h"
 #include "support/TemporaryFolder.h"
 
 namespace vellory::board_tests {
@@ -56,11 +57,7 @@ TEST(SavedLayouts, NamesAreListedAsADesktopListsThem) {
 }
 
 TEST(SavedLayouts, FileNameIsTheNameWithoutWhatAFileNameCannotHold) {
-    struct Case {
-        std::string name;
-        std::string file;
-    };
-    const Case cases[] = {
+    const std::pair<std::string, std::string> cases[] = {
         {"Work/Home", "Work-Home.json"},
         {"a:b/c", "a-b-c.json"},
         {"", "Layout.json"},
@@ -74,8 +71,8 @@ TEST(SavedLayouts, FileNameIsTheNameWithoutWhatAFileNameCannotHold) {
         {"bad\xff", "bad\uFFFD.json"},
         {"Büro 🏢", "Büro 🏢.json"},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(SavedLayouts::fileName(c.name), c.file);
+    for (const auto& [name, file] : cases) {
+        EXPECT_EQ(SavedLayouts::fileName(name), file);
     }
 }
 
@@ -83,16 +80,18 @@ TEST(SavedLayouts, AnyNameCanBeSavedLoadedAndStaysInTheFolder) {
     const TemporaryFolder home;
     const SavedLayouts layouts(home.path() / "SavedLayouts");
     const std::string longName(10'000, 'x');
-    std::string emoji;
-    for (int i = 0; i < 100; ++i) {
-        emoji += "👩‍👩‍👧";
-    }
-    const std::string names[] = {"",         ".",
-                                 "..",       "../up",
-                                 "/etc/x",   std::string(1, '\0'),
-                                 longName,   longName + "y",
-                                 ".leading", emoji,
-                                 "bad\xff",  "e" + std::string(10'000, '\xCC')};
+    const std::string names[] = {"",
+                                 ".",
+                                 "..",
+                                 "../up",
+                                 "/etc/x",
+                                 std::string(1, '\0'),
+                                 ".leading",
+                                 "bad\xff",
+                                 longName,
+                                 longName + "y",
+                                 test::repeated("👩‍👩‍👧", 100),
+                                 "e" + std::string(10'000, '\xCC')};
     std::uint32_t number = 0;
     for (const std::string& name : names) {
         const Board saved = board({app("app"), folder(++number, "f", {"x"})});
@@ -121,11 +120,7 @@ TEST(SavedLayouts, FileThatIsNoBoardLoadsAsNothing) {
 }
 
 TEST(SavedLayouts, DisplayIsKnownByItsLettersAndDigits) {
-    struct Case {
-        const char* display;
-        const char* key;
-    };
-    const Case cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {"LG UltraFine 5K", "display-lg-ultrafine-5k"},
         {"", "display-"},
         {"Büro (2)", "display-büro--2-"},
@@ -133,8 +128,8 @@ TEST(SavedLayouts, DisplayIsKnownByItsLettersAndDigits) {
         {"e\u0301cran", "display-e\u0301cran"},
         {"🖥", "display--"},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(SavedLayouts::displayKey(c.display), c.key);
+    for (const auto& [display, key] : cases) {
+        EXPECT_EQ(SavedLayouts::displayKey(display), key);
     }
     const std::string endless(10'000, 'x');
     EXPECT_LE(SavedLayouts::displayKey(endless).size(), 200U);

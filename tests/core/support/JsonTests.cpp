@@ -39,6 +39,8 @@ TEST(Json, IsWrittenWithSortedKeysAndWithoutAbsentFields) {
     Record record{2, std::nullopt, {0.5, 1}, {{"b", true}, {"a", false}}};
     EXPECT_EQ(json::encode(record, json::Style::compact),
               R"({"count":2,"flags":{"a":false,"b":true},"values":[0.5,1.0]})");
+    EXPECT_EQ(json::encode(Record{1, "n", {}, {}}),
+              "{\n  \"count\": 1,\n  \"flags\": {},\n  \"note\": \"n\",\n  \"values\": []\n}");
     record.note = "bad \xff";
     EXPECT_EQ(json::decode<Record>(json::encode(record))->note, "bad \uFFFD");
 }

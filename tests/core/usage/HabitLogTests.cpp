@@ -3,7 +3,7 @@
 
 #include <gmock/gmock.h>
 
-#include "Support/Text.h"
+#include "support/Lists.h"
 #include "support/TemporaryFolder.h"
 
 namespace vellory::usage_tests {
@@ -99,7 +99,7 @@ TEST(HabitLog, FileIsReadBackAndAnythingElseReadsAsEmpty) {
         R"({"events":[{"app":"a","day":1,"minute":0,"weekday":1}],"keepDays":42})";
     EXPECT_EQ(HabitLog::load(folder.write("habits.json", honest)).events.size(), 1U);
     for (const auto& [what, with] : faults) {
-        const std::string text = Text::replacingAll(honest, what, with);
+        const std::string text = test::changed(honest, what, with);
         EXPECT_EQ(HabitLog::load(folder.write("habits.json", text)), HabitLog{}) << text;
     }
 }

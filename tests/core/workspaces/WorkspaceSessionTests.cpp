@@ -27,30 +27,20 @@ Workspace writing(Workspace::Others others) {
 const std::vector<BundleID> running{"mail",  "com.apple.finder",   "editor", "chat",
                                     "guard", "com.quorvel.vellory"};
 
-TEST(WorkspaceSession, HidingRemembersOnlyWhatWasVisible) {
-    const auto session = WorkspaceSession::begin(writing(Workspace::Others::hide), running,
-                                                 {"chat", "editor"}, {"guard"}, noon, std::nullopt);
-    EXPECT_EQ(session.workspace, writing(Workspace::Others::hide).id);
-    EXPECT_EQ(session.started, noon);
-    EXPECT_EQ(session.ends, std::nullopt);
-    EXPECT_THAT(session.launched, ElementsAre("notes", "music"));
-    EXPECT_THAT(session.hidden, ElementsAre("mail"));
-    EXPECT_THAT(session.quit, IsEmpty());
-}
-
-TEST(WorkspaceSession, QuittingTakesHiddenAppsToo) {
-    const auto session = WorkspaceSession::begin(writing(Workspace::Others::quit), running,
-                                                 {"chat"}, {"guard"}, noon, 25);
-    EXPECT_THAT(session.hidden, IsEmpty());
-    EXPECT_THAT(session.quit, ElementsAre("mail", "chat"));
-    EXPECT_EQ(session.ends, noon + 1500);
-}
-
-TEST(WorkspaceSession, KeepingChangesNothingButLaunches) {
-    const auto session =
-        WorkspaceSession::begin(writing(Workspace::Others::keep),
-                                {"editor", "music", "notes", "mail"}, {}, {}, noon, std::nullopt);
-    EXPECT_EQ(session, (WorkspaceSession{.workspace = session.workspace, .started = noon}));
+TEST(WorkspaceSession, OpeningRemembersWhatItChanges) {
+    const auto begun = [](Workspace::Others others, std::optional<int> minutes) {
+        return WorkspaceSession::begin(writing(others), running, {"chat"}, {"guard"}, noon,
+                                       minutes);
+    };
+    WorkspaceSession expected{
+        .workspace = writing({}).id, .started = noon, .launched = {"notes", "music"}};
+    EXPECT_EQ(begun(Workspace::Others::keep, std::nullopt), expected);
+    expected.hidden = {"mail"}; // "chat" was hidden before
+    EXPECT_EQ(begun(Workspace::Others::hide, std::nullopt), expected);
+    expected.hidden = {};
+    expected.quit = {"mail", "chat"};
+    expected.ends = noon + 1500;
+    EXPECT_EQ(begun(Workspace::Others::quit, 25), expected);
 }
 
 TEST(WorkspaceSession, AsideActionsFollowTheRuleForEveryRunningInstance) {
@@ -67,6 +57,10 @@ TEST(WorkspaceSession, ClosingUndoesWhatOpeningDid) {
     const WorkspaceSession session{
         .launched = {"notes", "music"}, .hidden = {"mail"}, .quit = {"chat"}};
     const std::vector<BundleID> none;
+    for (const auto choice : {CloseApps::quit, CloseApps::hide, CloseApps::keep}) {
+        EXPECT_EQ(closeAppsFromRawValue(rawValue(choice)), choice);
+    }
+    EXPECT_EQ(rawValue(CloseApps::hide), "hide");
     EXPECT_EQ(session.closePlan(CloseApps::quit),
               (WorkspaceSession::ClosePlan{{"notes", "music"}, none, {"mail"}, {"chat"}}));
     EXPECT_EQ(session.closePlan(CloseApps::hide),
@@ -109,14 +103,6 @@ TEST(WorkspaceSession, StoredFormLeavesOutAnOpenEnd) {
     session.ends = noon + 0.5;
     EXPECT_EQ(json::decode<WorkspaceSession>(json::encode(session)), session);
     EXPECT_FALSE(json::decode<WorkspaceSession>(R"({"workspace":null})"));
-}
-
-TEST(WorkspaceSession, ChoiceOfClosingIsStoredByName) {
-    for (const auto choice : {CloseApps::quit, CloseApps::hide, CloseApps::keep}) {
-        EXPECT_EQ(closeAppsFromRawValue(rawValue(choice)), choice);
-    }
-    EXPECT_EQ(rawValue(CloseApps::hide), "hide");
-    EXPECT_EQ(closeAppsFromRawValue("Quit"), std::nullopt);
 }
 
 } // namespace
