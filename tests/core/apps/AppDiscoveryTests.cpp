@@ -8,6 +8,7 @@
 
 #include "support/BinaryPlist.h"
 #include "support/Child.h"
+#include "support/Lists.h"
 #include "support/TemporaryFolder.h"
 
 namespace vellory::apps_tests {
@@ -41,11 +42,7 @@ struct AppDiscoveryTest : testing::Test {
     }
 
     std::vector<std::string> names(const AppDiscovery::Languages& languages = {}) const {
-        std::vector<std::string> out;
-        for (const InstalledApp& app : AppDiscovery::scan({root}, english, languages)) {
-            out.push_back(app.name);
-        }
-        return out;
+        return each(AppDiscovery::scan({root}, english, languages), &InstalledApp::name);
     }
 };
 
@@ -73,31 +70,25 @@ TEST_F(AppDiscoveryTest, FindsAppsInARootAndInTheFoldersDirectlyBelowIt) {
     bundle("Suite/.Hidden.app", "hidden2");
     bundle("Tool.appex", "tool");
     bundle("beta.app.app", "beta");
-    EXPECT_THAT(names(), ElementsAre("App 2", "app 10", "beta", "Writer"));
+    bundle("Input:Output.app", "io"); // typed as a slash
+    EXPECT_THAT(names(), ElementsAre("App 2", "app 10", "beta", "Input/Output", "Writer"));
 }
 
-TEST_F(AppDiscoveryTest, TheFirstCopyOfAnAppWins) {
-    bundle("Mail.app", "mail");
-    folder.write("home/Mail.app/Contents/Info.plist", xml(text("CFBundleIdentifier", "mail")));
-    folder.write("home/Chess.app/Contents/Info.plist", xml(text("CFBundleIdentifier", "chess")));
-    const fs::path home = folder.path() / "home";
-    const auto apps = AppDiscovery::scan({folder.path() / "none", root, home, root}, english);
-    EXPECT_THAT(apps, ElementsAre(InstalledApp{"chess", "Chess", fs::canonical(home) / "Chess.app"},
-                                  InstalledApp{"mail", "Mail", fs::canonical(root) / "Mail.app"}));
-}
-
-TEST_F(AppDiscoveryTest, AppsOfOneNameStayInTheOrderOfTheRoots) {
-    std::vector<fs::path> roots;
-    std::vector<std::string> ids;
+TEST_F(AppDiscoveryTest, TheFirstCopyOfAnAppWinsAndAppsOfOneNameStayInTheOrderOfTheRoots) {
+    std::vector<fs::path> roots{folder.path() / "none"};
+    const auto bundleIn = [&](const fs::path& place, const std::string& app,
+                              const std::string& id) {
+        folder.write(place / app / "Contents/Info.plist", xml(text("CFBundleIdentifier", id)));
+    };
     for (const char* id : {"c", "a", "d", "b"}) {
         roots.push_back(folder.path() / id);
-        folder.write(fs::path(id) / "Chess.app/Contents/Info.plist",
-                     xml(text("CFBundleIdentifier", id)));
+        bundleIn(id, "Chess.app", id);
+        bundleIn(id, "Mail.app", "mail");
     }
-    for (const InstalledApp& app : AppDiscovery::scan(roots, english)) {
-        ids.push_back(app.bundleID);
-    }
-    EXPECT_THAT(ids, ElementsAre("c", "a", "d", "b"));
+    roots.push_back(roots[1]);
+    const auto apps = AppDiscovery::scan(roots, english);
+    EXPECT_THAT(each(apps, &InstalledApp::bundleID), ElementsAre("c", "a", "d", "b", "mail"));
+    EXPECT_EQ(apps.back(), (InstalledApp{"mail", "Mail", fs::canonical(roots[1]) / "Mail.app"}));
 }
 
 TEST_F(AppDiscoveryTest, ALinkGivesTheNameAndItsTargetThePlace) {
@@ -160,15 +151,13 @@ TEST_F(AppDiscoveryTest, ARootThatCannotBeListedContributesNothing) {
     fs::permissions(folder.path(), fs::perms::all);
     fs::permissions(root / "Closed", fs::perms::none);
     folder.write("file", "");
-    EXPECT_EQ(inChild([&] {
-                  if (!becomeNobody()) {
-                      return 1;
-                  }
-                  const auto apps = AppDiscovery::scan(
-                      {root / "Closed", folder.path() / "file", "", root}, english);
-                  return apps.size() == 1 && apps[0].name == "Good" ? 0 : 2;
-              }),
-              0);
+    const int found = inChild([&] {
+        const bool isNobody = becomeNobody();
+        const auto apps =
+            AppDiscovery::scan({root / "Closed", folder.path() / "file", "", root}, english);
+        return isNobody && apps.size() == 1 && apps[0].name == "Good";
+    });
+    EXPECT_EQ(found, true);
     fs::permissions(root / "Closed", fs::perms::owner_all);
 }
 
@@ -192,11 +181,6 @@ TEST_F(AppDiscoveryTest, ABundleGoesByItsLocalizedNameUntilItsFileIsRenamed) {
     EXPECT_THAT(names({"de-AT", "en"}), ElementsAre("Karten", "My Notes", "Rechner"));
     EXPECT_THAT(names({"ja", "pt-BR"}), ElementsAre("Calculadora", "Maps", "My Notes"));
     EXPECT_THAT(names({"", "../de", "x/../de"}), ElementsAre("Calculator", "Maps", "My Notes"));
-}
-
-TEST_F(AppDiscoveryTest, AColonInAFileNameWasTypedAsASlash) {
-    bundle("Input:Output.app", "io");
-    EXPECT_THAT(names(), ElementsAre("Input/Output"));
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 
 #include "Ask/AskQuery.h"
 #include "Ask/AskTemplates.h"
+#include "support/Lists.h"
 
 namespace vellory::ask_tests {
 namespace {
@@ -20,11 +21,7 @@ AskApp app(std::string name, std::set<std::string> keywords, int uses = 0) {
 std::vector<std::string> ranked(const std::vector<AskApp>& apps, std::string_view need,
                                 const std::set<BundleID>& except = {}) {
     const AskApps ready(apps, Text::Collator("en"));
-    std::vector<std::string> names;
-    for (const AskApp* found : ready.rank(need, except)) {
-        names.push_back(found->name);
-    }
-    return names;
+    return test::each(ready.rank(need, except), &AskApp::name);
 }
 
 std::optional<AskPlan> plan(std::string_view request, const std::vector<AskApp>& apps,
@@ -43,10 +40,7 @@ Workspace workspaceNamed(std::string name, std::uint8_t number) {
 }
 
 TEST(AskQuery, BeginsWithAQuestionMark) {
-    const struct {
-        std::string_view text;
-        std::optional<std::string> request;
-    } cases[] = {
+    const std::pair<std::string_view, std::optional<std::string>> cases[] = {
         {"?", ""},
         {"? \t ", ""},
         {"  ?  call mum ", "call mum"},
@@ -56,8 +50,8 @@ TEST(AskQuery, BeginsWithAQuestionMark) {
         {"", std::nullopt},
         {"\xEF\xBC", std::nullopt},
     };
-    for (const auto& test : cases) {
-        EXPECT_EQ(AskQuery::parse(test.text), test.request) << test.text;
+    for (const auto& [text, request] : cases) {
+        EXPECT_EQ(AskQuery::parse(text), request) << text;
     }
 }
 
@@ -134,11 +128,11 @@ TEST(AskFallback, AppsThatTheRequestNamesComeAlong) {
     const std::vector<AskApp> apps{
         app("Meeting Room", {"chess"}),  app("Spotify", {"music"}), app("Uninstall Spotify", {}),
         app("Git Garden", {"versions"}), app("Launch Files", {}),   app("Meet", {"meeting"}),
-        app("Zooming", {"maps"}),
+        app("Zooming", {"maps"}),        app("Word", {"ink"}),
     };
     // "meet" selected the task and "git" is too short to name an app; "launch" says nothing.
-    EXPECT_THAT(plan("meet with spotify git and launch files", apps)->apps,
-                ElementsAre("id.Meet", "id.Spotify"));
+    EXPECT_THAT(plan("meet with spotify git word and launch files", apps)->apps,
+                ElementsAre("id.Meet", "id.Spotify", "id.Word"));
     EXPECT_THAT(plan("call on zoom with the garden", apps)->apps,
                 ElementsAre("id.Meet", "id.Git Garden"));
 }

@@ -50,10 +50,7 @@ std::expected<AskPlan, ProposalError> completed(const ProposedWorkspace& proposa
 }
 
 TEST(Urls, AreWebAddressesAndBareDomains) {
-    const struct {
-        std::string_view request;
-        std::vector<std::string> urls;
-    } cases[] = {
+    const std::pair<std::string_view, std::vector<std::string>> cases[] = {
         {"coding on example.com", {"https://example.com"}},
         {"(see \"example.com\"), or example.org;", {"https://example.com", "https://example.org"}},
         {"open https://example.com/a?b=c#d.", {"https://example.com/a?b=c#d"}},
@@ -67,16 +64,13 @@ TEST(Urls, AreWebAddressesAndBareDomains) {
         {"", {}},
         {"example", {}},
     };
-    for (const auto& test : cases) {
-        EXPECT_EQ(urls(test.request), test.urls) << test.request;
+    for (const auto& [request, expected] : cases) {
+        EXPECT_EQ(urls(request), expected) << request;
     }
 }
 
 TEST(BundleIDs, AreWhatLooseNamesMean) {
-    const struct {
-        std::string_view text;
-        std::string_view id;
-    } cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {"com.example.code", "com.example.Code"}, // an identifier in any case
         {"SAFARI", "com.example.browser"},        // a whole name before a beginning
         {"\"Safari\".", "com.example.browser"},
@@ -93,9 +87,9 @@ TEST(BundleIDs, AreWhatLooseNamesMean) {
         {"\"\".,'", ""},
         {"   ", ""},
     };
-    for (const auto& test : cases) {
-        const auto ids = bundleIDs({std::string(test.text)}, installed);
-        EXPECT_EQ(ids.empty() ? "" : ids.front(), test.id) << test.text;
+    for (const auto& [text, id] : cases) {
+        const auto ids = bundleIDs({text}, installed);
+        EXPECT_EQ(ids.empty() ? "" : ids.front(), id) << text;
     }
     EXPECT_THAT(bundleIDs({"Notes", "com.example.NOTES", "Nothing", "Mail", "'notes'"}, installed),
                 ElementsAre("com.example.notes", "com.example.mail"));

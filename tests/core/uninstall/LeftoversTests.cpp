@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "Uninstall/UninstallReport.h"
+#include "support/Lists.h"
 #include "support/TemporaryFolder.h"
 
 namespace vellory::Leftovers {
@@ -38,11 +39,9 @@ class LeftoversTest : public testing::Test {
 
     /// What is found, as "kind: path under Library".
     std::vector<std::string> found(const std::string& bundleID, const std::string& name) const {
-        std::vector<std::string> lines;
-        for (const Item& item : Leftovers::find(bundleID, name, home_)) {
-            lines.push_back(item.kind + ": " + item.url.lexically_relative(library("")).string());
-        }
-        return lines;
+        return test::each(Leftovers::find(bundleID, name, home_), [&](const Item& item) {
+            return item.kind + ": " + item.url.lexically_relative(library("")).string();
+        });
     }
 
     const TemporaryFolder folder_;
@@ -88,35 +87,24 @@ TEST_F(LeftoversTest, EveryFindTellsItsEvidence) {
                  "Group Containers/com.example.application", "Group Containers/TEAMcom.example.app",
                  "Group Containers/com.example"});
     makeFile(library("LaunchAgents/com.example.app.plist"));
-    std::vector<std::pair<std::string, Evidence>> evidence;
-    for (const Item& item : Leftovers::find(id, "Example", home_)) {
-        evidence.emplace_back(item.url.filename(), item.evidence);
-    }
-    EXPECT_THAT(evidence,
-                ElementsAre(std::pair("com.example.app", Evidence::identifier),
-                            std::pair("Example", Evidence::name),
-                            std::pair("com.example.app.plist", Evidence::identifier),
-                            std::pair("TEAM.com.example.app", Evidence::prefixedIdentifier),
-                            std::pair("com.example.app", Evidence::identifier),
-                            std::pair("com.example.app.shared", Evidence::identifierAndMore),
-                            std::pair("com.example.application", Evidence::longerIdentifier)));
+    using enum Evidence;
+    EXPECT_THAT(test::each(Leftovers::find(id, "Example", home_),
+                           [](const Item& item) {
+                               return std::pair(item.url.filename().string(), item.evidence);
+                           }),
+                ElementsAre(std::pair("com.example.app", identifier), std::pair("Example", name),
+                            std::pair("com.example.app.plist", identifier),
+                            std::pair("TEAM.com.example.app", prefixedIdentifier),
+                            std::pair("com.example.app", identifier),
+                            std::pair("com.example.app.shared", identifierAndMore),
+                            std::pair("com.example.application", longerIdentifier)));
 }
 
 TEST_F(LeftoversTest, AMalformedIdentifierFindsNothing) {
-    const std::vector<std::string> ids = {"",
-                                          "a.b",
-                                          "abcd",
-                                          "....",
-                                          "com.",
-                                          ".com",
-                                          "com..app",
-                                          "..",
-                                          "../..",
-                                          "a/b.c",
-                                          "/etc/x.y",
-                                          "com.x/../../y",
-                                          std::string("com.a\0b", 7),
-                                          "com.a\n"};
+    using namespace std::string_literals;
+    const std::string ids[] = {"",      "a.b",      "abcd",     "....",         "com.",
+                               ".com",  "com..app", "..",       "com.a\n",      "com.a\0b"s,
+                               "../..", "a/b.c",    "/etc/x.y", "com.x/../../y"};
     for (const std::string& name : ids) {
         if (!name.contains('/') && !name.contains('\0')) {
             makeFolders({"Application Support/" + name});
@@ -138,30 +126,31 @@ TEST_F(LeftoversTest, PatternsInAnIdentifierAreOrdinaryLetters) {
 
 TEST_F(LeftoversTest, ANameThatSaysNothingOrIsNoFileNameIsNotUsed) {
     fs::create_directories(home_ / "Documents");
-    for (const std::string name : {"",
-                                   "  ",
-                                   "X",
-                                   "Up",
-                                   "éa",
-                                   "..",
-                                   "/",
-                                   "*",
-                                   "app",
-                                   "APPS",
-                                   "Helper",
-                                   "LAUNCHER",
-                                   "update",
-                                   "Updater",
-                                   "installer",
-                                   "Uninstaller",
-                                   "Setup",
-                                   " setup ",
-                                   "../../Documents",
-                                   "/Library",
-                                   "a/..",
-                                   "Caches/.."}) {
+    const std::string names[] = {"",
+                                 "  ",
+                                 "X",
+                                 "Up",
+                                 "éa",
+                                 "..",
+                                 "/",
+                                 "*",
+                                 "app",
+                                 "APPS",
+                                 "Helper",
+                                 "LAUNCHER",
+                                 "update",
+                                 "Updater",
+                                 "installer",
+                                 "Uninstaller",
+                                 "Setup",
+                                 " setup ",
+                                 "../../Documents",
+                                 "/Library",
+                                 "a/..",
+                                 "Caches/.."};
+    for (const std::string& name : names) {
         if (!name.contains('/')) {
-            makeFolders({"Application Support/" + std::string(name)});
+            makeFolders({"Application Support/" + name});
         }
         EXPECT_THAT(found(id, name), IsEmpty()) << name;
     }
@@ -285,11 +274,7 @@ TEST_F(LeftoversTest, UnreadablePlacesAreSkipped) {
 }
 
 TEST(CanUninstall, NotTheSystemAndNotThisProgram) {
-    const struct {
-        InstalledApp app;
-        bool can;
-    } cases[] = {
-        {{"com.example.app", "App", "/Applications/App.app"}, true},
+    const std::pair<InstalledApp, bool> cases[] = {
         {{"com.applesauce.app", "Sauce", "/Applications/Sauce.app"}, true},
         {{"com.example.app", "App", "/Systems/App.app"}, true},
         {{"com.example.app", "App", "/System/Applications/App.app"}, false},
@@ -298,8 +283,8 @@ TEST(CanUninstall, NotTheSystemAndNotThisProgram) {
         {{"com.quorvel.vellory", "vellory", "/Applications/vellory.app"}, false},
         {{"com.quorvel.vellory2", "vellory", "/Applications/vellory.app"}, true},
     };
-    for (const auto& test : cases) {
-        EXPECT_EQ(canUninstall(test.app), test.can) << test.app.bundleID << " " << test.app.url;
+    for (const auto& [app, can] : cases) {
+        EXPECT_EQ(canUninstall(app), can) << app.bundleID << " " << app.url;
     }
 }
 

@@ -9,10 +9,7 @@ namespace vellory::updates_tests {
 namespace {
 
 TEST(Versions, ALargerNumberAtTheFirstDifferenceIsNewer) {
-    const struct {
-        std::string_view newer;
-        std::string_view older;
-    } cases[] = {
+    const std::pair<std::string_view, std::string_view> cases[] = {
         {"1.2.10", "1.2.9"},
         {"1.10", "1.9"},
         {"3", "2.99"},
@@ -26,25 +23,22 @@ TEST(Versions, ALargerNumberAtTheFirstDifferenceIsNewer) {
         {"99999999999999999999999999", "99999999999999999999999998"},
         {"1.2", "v9"},
     };
-    for (const auto& test : cases) {
-        EXPECT_TRUE(Versions::isNewer(test.newer, test.older)) << test.newer;
-        EXPECT_FALSE(Versions::isNewer(test.older, test.newer)) << test.newer;
+    for (const auto& [newer, older] : cases) {
+        EXPECT_TRUE(Versions::isNewer(newer, older)) << newer;
+        EXPECT_FALSE(Versions::isNewer(older, newer)) << newer;
     }
 }
 
 TEST(Versions, WhatLooksDifferentMayBeEqual) {
-    const struct {
-        std::string_view a;
-        std::string_view b;
-    } cases[] = {
+    const std::pair<std::string_view, std::string_view> cases[] = {
         {"1.2", "1.2.0"},        {"2.0 beta", "2.0"}, {"12b3", "12b4"},
         {"1..2.", ".1.2"},       {"007", "7"},        {"", "0.0"},
         {"beta", "..."},         {"1.x.3", "1.0.3"},  {"1.-2", "1"},
         {"1.\xEF\xBC\x92", "1"}, {" 1", "rc1"},
     };
-    for (const auto& test : cases) {
-        EXPECT_FALSE(Versions::isNewer(test.a, test.b)) << test.a;
-        EXPECT_FALSE(Versions::isNewer(test.b, test.a)) << test.a;
+    for (const auto& [a, b] : cases) {
+        EXPECT_FALSE(Versions::isNewer(a, b)) << a;
+        EXPECT_FALSE(Versions::isNewer(b, a)) << a;
     }
 }
 
