@@ -151,15 +151,6 @@ TEST(PreparedNames, CharactersOfSeveralCodePointsAreOneCharacter) {
     EXPECT_THAT(names.rank("👩‍👩‍👧"), ElementsAre()); // in no name
 }
 
-TEST(PreparedNames, BlankQueryKeepsEveryNameInItsPlace) {
-    PreparedNames names;
-    for (const auto* name : {"b", "", "a"}) {
-        names.add(name);
-    }
-    EXPECT_THAT(names.rank(" "), ElementsAre(Match{0, 0}, Match{1, 0}, Match{2, 0}));
-    EXPECT_THAT(PreparedNames().rank("a"), ElementsAre());
-}
-
 TEST(PreparedNames, TextsOfAnyLengthAndShapeHaveAnOutcome) {
     static constexpr std::size_t length = 100'000;
     const auto repeated = [](std::string_view text) { return test::repeated(text, length); };

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "Uninstall/UninstallReport.h"
+#include "support/Child.h"
 #include "support/Lists.h"
 #include "support/TemporaryFolder.h"
 
@@ -258,19 +259,19 @@ TEST_F(LeftoversTest, SizeReachesTheBottomOfAnyDepth) {
 }
 
 TEST_F(LeftoversTest, UnreadablePlacesAreSkipped) {
-    if (::geteuid() == 0) {
-        GTEST_SKIP() << "everything is readable for the superuser";
-    }
     makeFile(library("Caches/com.example.app/secret/file"), 100'000);
     makeFolders({"LaunchAgents", "WebKit/com.example.app"});
-    const auto none = fs::perms::none;
-    fs::permissions(library("Caches/com.example.app/secret"), none);
-    fs::permissions(library("LaunchAgents"), none);
-    const auto items = Leftovers::find(id, "Example", home_);
+    fs::permissions(home_, fs::perms::all);
+    fs::permissions(library("Caches/com.example.app/secret"), fs::perms::none);
+    fs::permissions(library("LaunchAgents"), fs::perms::none);
+    const int skipped = test::inChild([&] {
+        const bool isNobody = test::becomeNobody();
+        const auto items = Leftovers::find(id, "Example", home_);
+        return isNobody && items.size() == 2 && items[0].bytes < 100'000;
+    });
+    EXPECT_EQ(skipped, true);
     fs::permissions(library("Caches/com.example.app/secret"), fs::perms::owner_all);
     fs::permissions(library("LaunchAgents"), fs::perms::owner_all);
-    ASSERT_EQ(items.size(), 2U);
-    EXPECT_LT(items[0].bytes, 100'000);
 }
 
 TEST(CanUninstall, NotTheSystemAndNotThisProgram) {

@@ -73,16 +73,7 @@ TEST(AppcastLatest, ADamagedFeedAnnouncesNothing) {
     ASSERT_EQ(appcastLatest(good), "5");
     EXPECT_EQ(appcastLatest(good.substr(0, good.size() - 1)), std::nullopt);
 
-    std::string latin1 = good;
-    latin1.replace(latin1.find("9.9"), 3, "\xE9t\xE9");
-    EXPECT_EQ(appcastLatest(latin1), std::nullopt);
-    latin1.replace(latin1.find("utf-8"), 5, "windows-1252");
-    EXPECT_EQ(appcastLatest(latin1), "5");
-
-    std::string bomb = good;
-    bomb.insert(bomb.find("<rss"), "<!DOCTYPE rss [<!ENTITY a 'aaaa'>]>");
-    EXPECT_EQ(appcastLatest(bomb), std::nullopt);
-
+    EXPECT_EQ(appcastLatest("<!DOCTYPE rss [<!ENTITY a 'aaaa'>]>" + good), std::nullopt);
     EXPECT_EQ(appcastLatest(test::repeated("<item>", 100'000)), std::nullopt);
     EXPECT_EQ(appcastLatest(feed(std::string(9'000'000, ' '))), std::nullopt);
 }

