@@ -5,6 +5,7 @@
 #include "Desk/DeskHistory.h"
 #include "Support/AtomicFile.h"
 #include "support/Lists.h"
+#include "support/Records.h"
 #include "support/TemporaryFolder.h"
 
 namespace vellory::desk_tests {
@@ -168,36 +169,30 @@ TEST_F(DeskHistoryTest, FrameThatJsonCannotSpellCostsOnlyItsSlot) {
     EXPECT_THAT(history.all(), ElementsAre(snapshot));
 }
 
-/// Day files that count as unreadable: one fault in an honest snapshot, or no JSON at all.
-std::vector<std::string> faultyDays() {
+TEST_F(DeskHistoryTest, SnapshotsAreReadStrictly) {
+    const auto isRead = [&](const std::string& text) {
+        parent.write(folder / "2026-03-07.json", text);
+        return !history.all().empty();
+    };
     const std::string honest = json::encode(std::vector{desk(at(7, 10))}, json::Style::compact);
-    std::vector<std::string> out{"",
-                                 "{}",
-                                 "[null]",
-                                 honest + "x",
-                                 honest.substr(0, honest.size() - 3),
-                                 std::string(1'000'000, '['),
-                                 std::string(DeskHistory::fileLimit, ' ') + "[]"};
-    for (const auto& [what, with] : {std::pair(R"("date":)", R"("date":null,"x":)"),
-                                     {R"("date":)", R"("date":1e999,"x":)"},
-                                     {R"("apps":["editor")", R"("apps":[null)"},
-                                     {R"("hidden")", R"("Hidden")"},
-                                     {"periodic", "hourly"},
-                                     {R"("x":10.0)", R"("x":null)"},
-                                     {R"("x":10.0)", R"("z":10.0)"},
-                                     {R"("index":0)", R"("index":0.5)"},
-                                     {R"("screenName":"Main")", R"("screenName":1)"},
-                                     {R"("workspace":"Writing")", R"("workspace":["Writing"])"}}) {
-        out.push_back(test::changed(honest, what, with));
-    }
-    return out;
+    test::StrictReading(isRead, {"screenName", "workspace"}, {}).expectOf(honest);
+    EXPECT_FALSE(isRead(test::changed(honest, "periodic", "hourly")));
+    EXPECT_FALSE(isRead(test::changed(honest, R"("date":)", R"("date":1e999,"x":)")));
 }
 
 TEST_F(DeskHistoryTest, UnreadableDayIsPassedOverAndKeptOnceWhenOverwritten) {
     const auto file = folder / "2026-03-07.json";
     const auto kept = folder / "2026-03-07.json.unreadable";
     ASSERT_TRUE(append(desk(at(6, 10))));
-    for (const std::string& text : faultyDays()) {
+    const std::string honest = json::encode(std::vector{desk(at(7, 10))});
+    const std::string faulty[] = {"",
+                                  "{}",
+                                  "[null]",
+                                  honest + "x",
+                                  honest.substr(0, honest.size() - 3),
+                                  std::string(1'000'000, '['),
+                                  std::string(DeskHistory::fileLimit, ' ') + "[]"};
+    for (const std::string& text : faulty) {
         std::filesystem::remove(kept);
         parent.write(file, text);
         EXPECT_THAT(dates(history.all()), ElementsAre(at(6, 10))) << text.substr(0, 80);
@@ -206,7 +201,7 @@ TEST_F(DeskHistoryTest, UnreadableDayIsPassedOverAndKeptOnceWhenOverwritten) {
         EXPECT_THAT(dates(history.all()), ElementsAre(at(6, 10), at(7, 10)));
     }
     EXPECT_TRUE(append(desk(at(7, 10), Reason::manual)));
-    EXPECT_EQ(AtomicFile::read(kept), faultyDays().back());
+    EXPECT_EQ(AtomicFile::read(kept), *std::rbegin(faulty));
 }
 
 TEST_F(DeskHistoryTest, KeysOfLaterVersionsAndOddNumbersAreRead) {

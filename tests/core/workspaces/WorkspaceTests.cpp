@@ -6,6 +6,7 @@
 
 #include "Support/AtomicFile.h"
 #include "support/Lists.h"
+#include "support/Records.h"
 #include "support/TemporaryFolder.h"
 
 namespace vellory::workspaces_tests {
@@ -50,29 +51,18 @@ TEST(Workspace, StoredFormIsAnArrayWithSortedKeysAndNamedCases) {
 }
 
 TEST(Workspace, OneBadElementMakesTheWholeFileUnreadable) {
-    for (const auto& [what, with] : {std::pair(R"("focusGrid":true,)", ""),
-                                     {R"("focusGrid":true)", R"("focusGrid":1)"},
-                                     {"0C8F1C9B-7C5B", "0C8F1C9B-7C5"},
-                                     {R"("name")", R"("title")"},
+    test::expectStrictReading<std::vector<Workspace>>(writingJson, {"screenName"});
+    for (const auto& [what, with] : {std::pair("0C8F1C9B-7C5B", "0C8F1C9B-7C5"),
                                      {R"("hide")", R"("Hide")"},
-                                     {R"("app":{)", R"("application":{)"},
                                      {R"("app":{)", R"("file":{"_0":"/"},"app":{)"},
-                                     {R"("_0":"/home/me/Notes")", R"("_0":null)"},
-                                     {R"("_0":"/home/me/Notes")", R"("_1":"/home/me/Notes")"},
-                                     {R"("minute":5)", R"("minute":5.5)"},
-                                     {R"("x":10.0)", R"("x":null)"},
-                                     {R"("x":10.0)", R"("x":1e999)"},
-                                     {R"("index":1)", R"("index":"1")"},
-                                     {R"("Office Monitor 27")", "27"}}) {
+                                     {R"("x":10.0)", R"("x":1e999)"}}) {
         EXPECT_FALSE(json::decode<std::vector<Workspace>>(changed(writingJson, what, with)))
             << with;
     }
-    EXPECT_FALSE(json::decode<std::vector<Workspace>>(R"({"id":"x"})"));
     // Keys of later versions and odd numbers are read.
     for (const auto& [what, with] : {std::pair(R"("app":{)", R"("v":2,"app":{)"),
                                      {R"("name":)", R"("colour":[1],"name":)"},
-                                     {R"("hour":9)", R"("hour":99)"},
-                                     {R"("Office Monitor 27")", "null"}}) {
+                                     {R"("hour":9)", R"("hour":99)"}}) {
         EXPECT_TRUE(json::decode<std::vector<Workspace>>(changed(writingJson, what, with))) << with;
     }
 }
