@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+#include <array>
 #include <cstdint>
 #include <fstream>
 #include <string>
@@ -61,6 +63,10 @@ class AppIconsTest : public testing::Test {
     LinuxAppIcons icons(const std::string& theme = "Mine") const {
         return LinuxAppIcons({environment(), folder.path() / "cache", theme});
     }
+    /// What an app with this icon shows.
+    std::optional<Image> drawn(const fs::path& icon, int pixels = 64) const {
+        return icons().icon(app(icon.string()), pixels);
+    }
     static std::uint32_t middle(const std::optional<Image>& image) {
         return image ? image->pixels[image->pixels.size() / 2 +
                                      static_cast<std::size_t>(image->width) / 2]
@@ -81,51 +87,39 @@ TEST_F(AppIconsTest, ThemeGivesTheFileThatSuitsTheSize) {
                  "[Icon Theme]\nDirectories=a\n[a]\nSize=32\nType=Fixed\n");
     folder.write("system/icons/hicolor/index.theme",
                  "[Icon Theme]\nDirectories=a\n[a]\nSize=32\nType=Fixed\n");
-    const std::vector<std::string> files{
-        "system/icons/Mine/16/apps/both.png",
-        "system/icons/Mine/48/apps/both.png",
-        "system/icons/Mine/48@2/apps/both.png",
-        "home/.local/share/icons/Mine/48/apps/user.png",
-        "system/icons/Mine/scalable/apps/vector.svg",
-        "system/icons/Mine/16/apps/vector.png",
-        "system/icons/Parent/a/inherited.png",
-        "system/icons/hicolor/a/inherited.png",
-        "system/icons/hicolor/a/basic.png",
-        "system/pixmaps/loose.xpm",
-        "system/icons/escape/evil.png",
-    };
-    for (const std::string& file : files) {
-        folder.write(file, "x");
-    }
-    IconTheme theme("Mine", IconTheme::baseFolders(environment()),
-                    {folder.path() / "system/pixmaps"});
     struct Row {
         std::string name;
         int pixels;
         std::string file; ///< "" for nothing
     };
     const std::vector<Row> rows{
-        {"both", 16, files[0]},
-        {"both", 47, files[1]},   // Within the threshold.
-        {"both", 96, files[2]},   // 48 at twice the scale.
-        {"both", 20, files[1]},   // Rather made smaller than larger.
-        {"both", 512, files[2]},  // Nothing is large enough.
-        {"user", 48, files[3]},   // A theme is spread over several folders.
-        {"vector", 16, files[5]}, // Made for this size.
-        {"vector", 96, files[4]},
-        {"vector", 1024, files[4]}, // Drawings may be made larger than they say.
-        {"inherited", 32, files[6]},
-        {"basic", 32, files[8]},
-        {"basic.png", 32, files[8]},
-        {"loose", 32, files[9]},
+        {"both", 16, "icons/Mine/16/apps/both.png"},
+        {"both", 47, "icons/Mine/48/apps/both.png"},    // Within the threshold.
+        {"both", 96, "icons/Mine/48@2/apps/both.png"},  // 48 at twice the scale.
+        {"both", 20, "icons/Mine/48/apps/both.png"},    // Rather made smaller than larger.
+        {"both", 512, "icons/Mine/48@2/apps/both.png"}, // Nothing is large enough.
+        {"user", 48, "../home/.local/share/icons/Mine/48/apps/user.png"}, // It is spread out.
+        {"vector", 16, "icons/Mine/16/apps/vector.png"},                  // Made for this size.
+        {"vector", 96, "icons/Mine/scalable/apps/vector.svg"},
+        {"vector", 1024, "icons/Mine/scalable/apps/vector.svg"}, // Larger than it says it may be.
+        {"inherited", 32, "icons/Parent/a/inherited.png"},
+        {"basic", 32, "icons/hicolor/a/basic.png"},
+        {"basic.png", 32, "icons/hicolor/a/basic.png"},
+        {"loose", 32, "pixmaps/loose.xpm"},
         {"missing", 32, ""},
         {"evil", 32, ""},
         {"../escape/evil", 32, ""},
         {"", 32, ""},
     };
+    const fs::path system = folder.path() / "system";
+    for (const Row& row : rows) {
+        folder.write(row.file.empty() ? "system/icons/escape/evil.png" : system / row.file, "x");
+    }
+    folder.write("system/icons/hicolor/a/inherited.png", "x");
+    IconTheme theme("Mine", IconTheme::baseFolders(environment()), {system / "pixmaps"});
     for (const Row& row : rows) {
         const auto expected =
-            row.file.empty() ? std::nullopt : std::optional(folder.path() / row.file);
+            row.file.empty() ? std::nullopt : std::optional((system / row.file).lexically_normal());
         EXPECT_EQ(theme.find(row.name, row.pixels), expected) << row.name << ' ' << row.pixels;
     }
     // An icon that is installed later is found.
@@ -134,13 +128,10 @@ TEST_F(AppIconsTest, ThemeGivesTheFileThatSuitsTheSize) {
 }
 
 TEST_F(AppIconsTest, PicturesFillTheSquareAndKeepTheirProportions) {
-    const auto drawn = icons().icon(app(svg("icon.svg", "#00f").string()), 64);
-    ASSERT_TRUE(drawn.has_value());
-    EXPECT_EQ(drawn->width, 64);
-    EXPECT_EQ(drawn->height, 64);
-    EXPECT_EQ(drawn->pixels, std::vector<std::uint32_t>(64 * 64, blue));
+    EXPECT_EQ(drawn(svg("icon.svg", "#00f")),
+              (Image{64, 64, std::vector<std::uint32_t>(64 * 64, blue)}));
 
-    const auto wide = icons().icon(app(png("wide.png", 80, 40, red).string()), 32);
+    const auto wide = drawn(png("wide.png", 80, 40, red), 32);
     ASSERT_TRUE(wide.has_value());
     ASSERT_EQ(wide->pixels.size(), 32U * 32U);
     EXPECT_EQ(wide->pixels[7 * 32], 0U);
@@ -148,22 +139,14 @@ TEST_F(AppIconsTest, PicturesFillTheSquareAndKeepTheirProportions) {
     EXPECT_EQ(wide->pixels[24 * 32 - 1], red);
     EXPECT_EQ(wide->pixels[24 * 32], 0U);
 
-    const auto half = icons().icon(
-        app(folder
-                .write("half.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='8' height='8'>"
-                                   "<rect width='8' height='8' fill='#f00' fill-opacity='.5'/>"
-                                   "</svg>")
-                .string()),
-        8);
-    ASSERT_TRUE(half.has_value());
-    const std::uint32_t alpha = half->pixels[0] >> 24;
-    EXPECT_NEAR(alpha, 128, 1);
-    EXPECT_NEAR(half->pixels[0] >> 16 & 0xFF, alpha, 1) << "not premultiplied";
+    const std::uint32_t half = middle(drawn(svg("half.svg", "#f00' fill-opacity='.5")));
+    EXPECT_NEAR(half >> 24, 128, 1);
+    EXPECT_NEAR(half >> 16 & 0xFF, half >> 24, 1) << "not premultiplied";
 }
 
 TEST_F(AppIconsTest, WideTransparentMarginsAreCut) {
     const auto extent = [&](int edge) {
-        const auto image = icons().icon(app(svg("icon.svg", "#0f0", edge).string()), 100);
+        const auto image = drawn(svg("icon.svg", "#0f0", edge), 100);
         return image ? std::ranges::count(image->pixels.begin() + 50 * 100,
                                           image->pixels.begin() + 51 * 100, green)
                      : -1;
@@ -172,28 +155,26 @@ TEST_F(AppIconsTest, WideTransparentMarginsAreCut) {
     EXPECT_EQ(extent(80), 80); // Usual margins stay.
     EXPECT_NEAR(extent(50), 87, 2);
     EXPECT_NEAR(extent(30), 87, 2);
-    EXPECT_EQ(middle(icons().icon(app(svg("icon.svg", "none").string()), 100)), 0U);
+    EXPECT_EQ(middle(drawn(svg("icon.svg", "none"), 100)), 0U);
 }
 
 TEST_F(AppIconsTest, WhatCannotBeReadGivesNothing) {
-    const fs::path large = png("large.png", 20'000, 1, red);
-    ASSERT_EQ(mkfifo((folder.path() / "pipe.png").c_str(), 0600), 0);
-    fs::resize_file(folder.write("vast.png", "x"), 33LL * 1024 * 1024);
-    for (const std::string& icon :
-         {large.string(), (folder.path() / "pipe.png").string(),
-          (folder.path() / "vast.png").string(), folder.write("text.png", "no picture").string(),
-          folder.write("empty.svg", "").string(),
-          folder
-              .write("bomb.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='1e9' "
-                                 "height='1e9'/>")
-              .string(),
-          folder.path().string(), std::string("/no/such/icon.png"), std::string("no-such-name"),
-          std::string("../../large"), std::string()}) {
-        EXPECT_FALSE(icons().icon(app(icon), 64).has_value()) << icon;
+    const fs::path pipe = folder.path() / "pipe.png";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    const fs::path vast = folder.write("vast.png", "x");
+    fs::resize_file(vast, 33LL * 1024 * 1024);
+    const fs::path bomb = folder.write(
+        "bomb.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='1e9' height='1e9'/>");
+    for (const fs::path& icon :
+         {png("large.png", 20'000, 1, red), pipe, vast, bomb,
+          folder.write("text.png", "no picture"), folder.write("empty.svg", ""), folder.path(),
+          fs::path("/no/such/icon.png"), fs::path("no-such-name"), fs::path("../../large"),
+          fs::path()}) {
+        EXPECT_FALSE(drawn(icon).has_value()) << icon;
     }
     EXPECT_FALSE(icons().icon({"gone", "Gone", "/nowhere.desktop"}, 64).has_value());
     for (const int pixels : {0, -1, 1'000'000}) {
-        EXPECT_FALSE(icons().icon(app(svg("a.svg", "red").string()), pixels).has_value());
+        EXPECT_FALSE(drawn(svg("a.svg", "red"), pixels).has_value());
     }
 }
 
@@ -249,24 +230,21 @@ TEST_F(AppIconsTest, ManyThreadsMayAskAtOnce) {
     folder.write("system/icons/hicolor/index.theme",
                  "[Icon Theme]\nDirectories=s\n[s]\nSize=48\nMinSize=1\nMaxSize=512\n"
                  "Type=Scalable\n");
+    std::vector<InstalledApp> apps;
     for (int i = 0; i < 8; ++i) {
-        svg("system/icons/hicolor/s/icon" + std::to_string(i) + ".svg", "#00f");
-        folder.write("app" + std::to_string(i) + ".desktop",
-                     "[Desktop Entry]\nIcon=icon" + std::to_string(i) + "\n");
+        const std::string id = "icon" + std::to_string(i);
+        svg("system/icons/hicolor/s/" + id + ".svg", "#00f");
+        apps.push_back(
+            {id, id, folder.write(id + ".desktop", "[Desktop Entry]\nIcon=" + id + "\n")});
     }
     const LinuxAppIcons shared = icons("hicolor");
-    std::vector<int> good(4, 0);
+    std::array<std::ptrdiff_t, 4> good{};
     {
         std::vector<std::jthread> threads;
-        for (int& count : good) {
+        for (std::ptrdiff_t& count : good) {
             threads.emplace_back([&] {
-                for (int i = 0; i < 8; ++i) {
-                    const std::string id = "app" + std::to_string(i);
-                    count +=
-                        middle(shared.icon({id, id, folder.path() / (id + ".desktop")}, 32)) == blue
-                            ? 1
-                            : 0;
-                }
+                count = std::ranges::count_if(
+                    apps, [&](const auto& app) { return middle(shared.icon(app, 32)) == blue; });
             });
         }
     }

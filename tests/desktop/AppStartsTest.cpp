@@ -20,11 +20,26 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 /// What an app that is started gets, and who hears of it.
-class AppStartsTest : public LauncherOnDesktop {};
+class AppStartsTest : public LauncherOnDesktop {
+  protected:
+    /// An app that reports how it was started; `more` are lines of its entry.
+    void addReporting(const std::string& id, const std::string& arguments = "",
+                      const std::string& more = "") {
+        session.addApp(
+            id, "--class " + id + " --report " + session.reportFile(id).string() + " " + arguments,
+            more);
+    }
+    /// Makes a file below the session's folder that can be run.
+    std::filesystem::path addProgram(const std::string& name, const std::string& content) {
+        const auto program = session.folder().write(name, content);
+        std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+        return program;
+    }
+};
 
 TEST_F(AppStartsTest, StartedAppInheritsTheSessionAndNothingOfTheLauncher) {
-    session.addApp("child", "--class child --report " + session.reportFile("child").string() +
-                                " \"two words; $HOME `id`\" %U");
+    addReporting("child", "\"two words; $HOME `id`\" %U");
+    addReporting("there", "", "Path=/usr\n");
     begin();
     setenv("SESSION_VARIABLE", "changed by the launcher", 1);
     setenv("LAUNCHER_VARIABLE", "added by the launcher", 1);
@@ -52,28 +67,17 @@ TEST_F(AppStartsTest, StartedAppInheritsTheSessionAndNothingOfTheLauncher) {
     EXPECT_EQ(saw["descriptors"], "0");
     EXPECT_EQ(saw["output"], "/dev/null");
     EXPECT_THAT(saw["argv"], HasSubstr("|two words; $HOME `id`|"));
-}
-
-TEST_F(AppStartsTest, EntryChoosesTheFolder) {
-    session.addApp("there", "--class there --report " + session.reportFile("there").string(),
-                   "Path=/usr\n");
-    begin();
     EXPECT_EQ(open("there"), "");
     ASSERT_TRUE(becomesRunning("there"));
-    EXPECT_EQ(session.report("there")["cwd"], "/usr");
+    EXPECT_EQ(session.report("there")["cwd"], "/usr") << "the entry chooses the folder";
 }
 
 TEST_F(AppStartsTest, TerminalProgramsRunInTheUsersTerminal) {
     // A terminal that opens no window of its own.
-    const auto terminal =
-        session.folder().write("bin/xdg-terminal-exec", "#!/bin/sh\nexec \"$@\"\n");
-    std::filesystem::permissions(terminal, std::filesystem::perms::owner_all);
+    const auto terminal = addProgram("bin/xdg-terminal-exec", "#!/bin/sh\nexec \"$@\"\n");
     const std::string path = std::getenv("PATH");
     setenv("PATH", (terminal.parent_path().string() + ':' + path).c_str(), 1);
-    session.addApp("texts",
-                   "--class texts --report " + session.reportFile("texts").string() +
-                       " \"two words\"",
-                   "Terminal=true\n");
+    addReporting("texts", "\"two words\"", "Terminal=true\n");
     begin();
     EXPECT_EQ(open("texts"), "");
     ASSERT_TRUE(becomesRunning("texts"));
@@ -90,12 +94,16 @@ TEST_F(AppStartsTest, BusActivatableAppIsActivatedAndNotStarted) {
     EXPECT_EQ(open("org.test.Service"), "");
     EXPECT_EQ(answerOf([&](auto done) { apps->perform(app("org.test.Service"), "tidy", done); }),
               "");
+    const std::filesystem::path file = "/tmp/a b";
+    EXPECT_EQ(answerOf([&](auto done) { apps->openFile(app("org.test.Service"), file, done); }),
+              "");
     const auto calls = service.calls();
-    ASSERT_EQ(calls.size(), 2U);
+    ASSERT_EQ(calls.size(), 3U);
     EXPECT_THAT(calls[0], StartsWith("/org/test/Service org.freedesktop.Application.Activate "));
     EXPECT_THAT(calls[0], HasSubstr("'desktop-startup-id': <'vellory-"));
     EXPECT_THAT(calls[0], HasSubstr("'activation-token': <'vellory-"));
     EXPECT_THAT(calls[1], HasSubstr(".ActivateAction ('tidy', "));
+    EXPECT_THAT(calls[2], HasSubstr(".Application.Open (['file:///tmp/a%20b']"));
     EXPECT_EQ(open("org.test.Absent"), ""); // By its command.
     EXPECT_TRUE(becomesRunning("org.test.Absent"));
 }
@@ -124,9 +132,10 @@ TEST_F(AppStartsTest, StartedAppGetsAScopeOfItsOwn) {
 TEST_F(AppStartsTest, DesktopIsToldThatAnAppIsComing) {
     session.addApp("announced", "--class announced", "StartupNotify=true\n");
     session.addApp("unannounced", "--class unannounced");
+    const auto broken = addProgram("broken", "#!/no/such/interpreter\n");
     session.folder().write("home/.local/share/applications/fails.desktop",
-                           "[Desktop Entry]\nType=Application\nName=A \"B\"\nExec=true\n"
-                           "StartupNotify=true\n");
+                           "[Desktop Entry]\nType=Application\nName=A \"B\"\nExec=" +
+                               broken.string() + "\nStartupNotify=true\n");
     begin();
     const auto listener = X11Connection::open(session.environment().value("DISPLAY"));
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
@@ -152,10 +161,6 @@ TEST_F(AppStartsTest, DesktopIsToldThatAnAppIsComing) {
     ASSERT_TRUE(becomesRunning("unannounced"));
     open("announced");
     ASSERT_TRUE(loop.runUntil([&] { return messages.size() == 2 && isWhole; }));
-    std::filesystem::remove(app("fails").url);
-    session.folder().write("home/.local/share/applications/fails.desktop",
-                           "[Desktop Entry]\nType=Application\nName=F\nExec=/no/such/program\n"
-                           "StartupNotify=true\n");
     EXPECT_NE(open("fails"), "");
     ASSERT_TRUE(loop.runUntil([&] { return messages.size() == 4 && isWhole; }));
     EXPECT_THAT(messages[0], StartsWith("new: ID=\"vellory-"));
@@ -196,31 +201,20 @@ TEST_F(AppStartsTest, AppOutlivesTheLauncherAndNobodyIsLeftToReap) {
     close(ready[1]);
 }
 
-TEST_F(AppStartsTest, AFileIsOpenedByCommandOrOverTheBus) {
-    FakeService service(session, "org.test.Service");
-    session.addApp("org.test.Service", "--class never", "DBusActivatable=true\n");
-    session.addApp("plain",
-                   "--class plain --report " + session.reportFile("plain").string() + " %F");
-    session.addApp("bare", "--class bare --report " + session.reportFile("bare").string());
+TEST_F(AppStartsTest, AFileIsOpenedByTheCommandAlsoOneThatTakesNone) {
+    addReporting("plain", "%F");
+    addReporting("bare");
     begin();
     const std::filesystem::path file = session.folder().write("a b'$(x)\".txt", "");
-    const auto openFile = [&](const std::string& id) {
-        return answerOf([&](auto done) { apps->openFile(app(id), file, done); });
-    };
-    EXPECT_EQ(openFile("org.test.Service"), "");
-    ASSERT_EQ(service.calls().size(), 1U);
-    EXPECT_THAT(service.calls()[0], HasSubstr("org.freedesktop.Application.Open ([\"file:///"));
-    EXPECT_THAT(service.calls()[0], HasSubstr("a%20b"));
     for (const char* id : {"plain", "bare"}) {
-        EXPECT_EQ(openFile(id), "");
-        ASSERT_TRUE(loop.runUntil([&] { return std::filesystem::exists(session.reportFile(id)); }));
+        EXPECT_EQ(answerOf([&](auto done) { apps->openFile(app(id), file, done); }), "");
+        ASSERT_TRUE(becomesRunning(id));
         EXPECT_THAT(session.report(id)["argv"], HasSubstr("|" + file.string() + "|")) << id;
     }
 }
 
 TEST_F(AppStartsTest, FailingStartSaysWhy) {
-    const auto program = session.folder().write("tool", "#!/no/such/interpreter\n");
-    std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+    const auto program = addProgram("tool", "#!/no/such/interpreter\n");
     const std::string head = "home/.local/share/applications/";
     const std::string entry = "[Desktop Entry]\nType=Application\nName=X\nExec=";
     session.folder().write(head + "vanishing.desktop", entry + program.string() + "\n");

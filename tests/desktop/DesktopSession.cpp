@@ -11,11 +11,12 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <spawn.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "platform/linux/windows/X11Connection.h"
+#include "support/Child.h"
 
 namespace vellory::test {
 
@@ -85,11 +86,8 @@ DesktopSession::DesktopSession() {
         {"DBUS_SESSION_BUS_ADDRESS", ""},
     };
     for (const auto& [name, value] : variables) {
-        if (const char* old = std::getenv(name.c_str())) {
-            before_[name] = old;
-        } else {
-            before_.erase(name);
-        }
+        const char* old = std::getenv(name.c_str());
+        before_[name] = old == nullptr ? std::nullopt : std::optional<std::string>(old);
         setenv(name.c_str(), value.c_str(), 1);
     }
     startServer();
@@ -103,38 +101,20 @@ DesktopSession::~DesktopSession() {
     stop(windowManager_);
     stopServer();
     stop(bus_);
-    for (const char* name :
-         {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR",
-          "XDG_DATA_DIRS", "XDG_CURRENT_DESKTOP", "WAYLAND_DISPLAY", "DESKTOP_STARTUP_ID",
-          "XDG_ACTIVATION_TOKEN", "VELLORY_TEST_VARIABLE", "SESSION_VARIABLE", "DISPLAY",
-          "DBUS_SESSION_BUS_ADDRESS"}) {
-        if (const auto old = before_.find(name); old != before_.end()) {
-            setenv(name, old->second.c_str(), 1);
+    for (const auto& [name, old] : before_) {
+        if (old) {
+            setenv(name.c_str(), old->c_str(), 1);
         } else {
-            unsetenv(name);
+            unsetenv(name.c_str());
         }
     }
 }
 
 pid_t DesktopSession::start(const std::vector<std::string>& command) {
-    std::vector<char*> arguments;
-    for (const std::string& argument : command) {
-        arguments.push_back(const_cast<char*>(argument.c_str()));
-    }
-    arguments.push_back(nullptr);
-    posix_spawn_file_actions_t files;
-    posix_spawn_file_actions_init(&files);
-    const std::string log = (folder_.path() / "session.log").string();
-    for (const int output : {1, 2}) {
-        posix_spawn_file_actions_addopen(&files, output, log.c_str(), O_WRONLY | O_CREAT | O_APPEND,
-                                         0600);
-    }
-    pid_t pid = 0;
-    const int result = posix_spawnp(&pid, arguments[0], &files, nullptr, arguments.data(), environ);
-    posix_spawn_file_actions_destroy(&files);
-    if (result != 0) {
-        throw std::runtime_error(command[0] + " cannot be started");
-    }
+    const int log = open((folder_.path() / "session.log").c_str(),
+                         O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
+    const pid_t pid = spawn(command, {.output = log, .error = log});
+    close(log);
     return pid;
 }
 
@@ -239,6 +219,18 @@ fs::path DesktopSession::addApp(const std::string& id, const std::string& argume
     return folder_.write("home/.local/share/applications/" + id + ".desktop",
                          "[Desktop Entry]\nType=Application\nName=" + id +
                              "\nExec=" VELLORY_WINDOW_APP " " + arguments + "\n" + more);
+}
+
+std::string DesktopSession::addGate(const std::string& name) const {
+    const std::string gate = folder_.path() / name;
+    if (mkfifo(gate.c_str(), 0600) != 0) {
+        throw std::runtime_error("no gate");
+    }
+    return gate;
+}
+
+void DesktopSession::openGate(const std::string& gate) {
+    close(open(gate.c_str(), O_WRONLY)); // Waits for the app.
 }
 
 fs::path DesktopSession::reportFile(const std::string& name) const {

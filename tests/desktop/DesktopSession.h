@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -37,6 +38,9 @@ class DesktopSession {
     /// Returns the entry.
     std::filesystem::path addApp(const std::string& id, const std::string& arguments,
                                  const std::string& more = "") const;
+    /// A pipe at which a test app with "--gate <it>" waits until it is opened.
+    std::string addGate(const std::string& name) const;
+    static void openGate(const std::string& gate);
     /// What a test app that was started with "--report <name>" saw: its variables and, under
     /// "argv", its arguments; under "cwd", "sid" and "blocked" what the names say.
     std::map<std::string, std::string> report(const std::string& name) const;
@@ -50,7 +54,7 @@ class DesktopSession {
 
     TemporaryFolder folder_;
     SessionEnvironment environment_;
-    std::map<std::string, std::string> before_;
+    std::map<std::string, std::optional<std::string>> before_; ///< our own variables
     pid_t server_ = 0;
     pid_t windowManager_ = 0;
     pid_t bus_ = 0;

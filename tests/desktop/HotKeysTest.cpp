@@ -5,13 +5,13 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 #include <xcb/xcb_keysyms.h>
 
 #include "DesktopSession.h"
 #include "PollLoop.h"
 #include "platform/linux/windows/LinuxHotKeys.h"
 #include "platform/linux/windows/X11Connection.h"
+#include "support/Child.h"
 
 namespace vellory::test {
 namespace {
@@ -29,10 +29,7 @@ class HotKeysTest : public testing::Test {
     void type(const std::vector<std::string>& chords) {
         std::vector<std::string> command{"xdotool", "key", "--delay", "0"};
         command.insert(command.end(), chords.begin(), chords.end());
-        const pid_t typist = session.run(command);
-        int status = 0;
-        ASSERT_EQ(waitpid(typist, &status, 0), typist);
-        ASSERT_EQ(status, 0);
+        ASSERT_EQ(endOf(session.run(command)), 0);
     }
     /// Everything typed so far has been told once this has.
     bool finish() {

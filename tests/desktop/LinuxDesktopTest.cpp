@@ -22,29 +22,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
 
-/// Lets a running app announce something, as their libraries do.
-class Announcer {
-  public:
-    explicit Announcer(const std::string& address)
-        : bus_(g_dbus_connection_new_for_address_sync(
-              address.c_str(),
-              static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                                G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
-              nullptr, nullptr, nullptr)) {}
-    ~Announcer() { g_dbus_connection_close_sync(bus_.get(), nullptr, nullptr); }
-
-    void say(const char* uri, const char* properties) {
-        GVariant* values = g_variant_new_parsed(properties);
-        g_dbus_connection_emit_signal(bus_.get(), nullptr, "/app",
-                                      "com.canonical.Unity.LauncherEntry", "Update",
-                                      g_variant_new("(s@a{sv})", uri, values), nullptr);
-        g_dbus_connection_flush_sync(bus_.get(), nullptr, nullptr);
-    }
-
-  private:
-    glib::Object<GDBusConnection> bus_;
-};
-
 class LinuxDesktopTest : public LauncherOnDesktop {
   protected:
     FakeHttpClient http;
@@ -57,24 +34,28 @@ TEST_F(LinuxDesktopTest, BadgesFollowWhatAppsAnnounce) {
     // The port offers no event for badges: they are asked for. A repeated question is no wait.
     const auto tick = loop.every(0.01, [] {});
     {
-        Announcer mail(*session.environment().busAddress());
+        FakeService mail(session, "org.test.Mail");
+        const auto say = [&](const char* uri, const char* properties) {
+            mail.emit("/app", "com.canonical.Unity.LauncherEntry", "Update",
+                      g_variant_new("(s@a{sv})", uri, g_variant_new_parsed(properties)));
+        };
         // Until the listener is there, signals go by.
         ASSERT_TRUE(loop.runUntil([&] {
-            mail.say("application://mail.desktop", "{'count': <int64 3>, 'count-visible': <true>}");
+            say("application://mail.desktop", "{'count': <int64 3>, 'count-visible': <true>}");
             return !desktop.badges().empty();
         }));
         EXPECT_THAT(desktop.badges(), ElementsAre(Pair("mail", "3")));
         for (const char* uri :
              {"mail.desktop", "application://mail", "application://.desktop", ""}) {
-            mail.say(uri, "{'count': <int64 9>, 'count-visible': <true>}");
+            say(uri, "{'count': <int64 9>, 'count-visible': <true>}");
         }
-        mail.say("application://wrong.desktop", "{'count': <'9'>, 'count-visible': <true>}");
-        mail.say("application://mail.desktop", "{'count': <int64 4>}"); // Still visible.
+        say("application://wrong.desktop", "{'count': <'9'>, 'count-visible': <true>}");
+        say("application://mail.desktop", "{'count': <int64 4>}"); // Still visible.
         EXPECT_TRUE(loop.runUntil([&] { return desktop.badges().at("mail") == "4"; }));
         EXPECT_EQ(desktop.badges().size(), 1U);
-        mail.say("application://mail.desktop", "{'count-visible': <false>}");
+        say("application://mail.desktop", "{'count-visible': <false>}");
         EXPECT_TRUE(loop.runUntil([&] { return desktop.badges().empty(); }));
-        mail.say("application://mail.desktop", "{'count-visible': <true>}");
+        say("application://mail.desktop", "{'count-visible': <true>}");
         EXPECT_TRUE(loop.runUntil([&] { return desktop.badges().size() == 1; }));
     }
     EXPECT_TRUE(loop.runUntil([&] { return desktop.badges().empty(); })) << "the app has quit";

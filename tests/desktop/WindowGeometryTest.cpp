@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/linux/windows/WindowGeometry.h"
 
+#include <limits>
+
 #include <gtest/gtest.h>
 
 namespace vellory::test {
@@ -46,6 +48,13 @@ TEST(WindowGeometry, NoFrameLeavesTheNumbersOfTheProtocol) {
         }
     }
     EXPECT_EQ((WindowGeometry{}.requestFor({0.5, -0.5, 10.4, 10.5})), (Request{1, -1, 10, 11}));
+    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+    constexpr double infinite = std::numeric_limits<double>::infinity();
+    for (const Rect& frame : {Rect{nan, 0, 100, 100}, Rect{0, nan, 100, 100}, Rect{0, 0, nan, 100},
+                              Rect{0, 0, 100, infinite}, Rect{-infinite, 0, 100, 100},
+                              Rect{0, 0, 0, 100}, Rect{0, 0, 100, -1}}) {
+        EXPECT_EQ(window.requestFor(frame), std::nullopt);
+    }
 }
 
 } // namespace

@@ -28,10 +28,6 @@ xcb_window_t WindowView::active() {
     return active.empty() ? xcb_window_t{XCB_NONE} : active.front();
 }
 
-std::string WindowView::title(xcb_window_t window) {
-    return connection_->text(connection_->requestProperty(window, XCB_ATOM_WM_NAME));
-}
-
 Workspace::Rect WindowView::outerFrame(xcb_window_t window) {
     xcb_connection_t* connection = connection_->get();
     while (true) {

@@ -23,7 +23,6 @@ class WindowView {
     /// The same from the bottom to the top of the stack.
     std::vector<xcb_window_t> stacked();
     xcb_window_t active();
-    std::string title(xcb_window_t window);
 
     /// What the window manager drew around the window and the window itself: the outermost window
     /// that holds it, whatever anybody says of its extents.

@@ -5,14 +5,10 @@
 #include <string>
 #include <vector>
 
-#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include "LauncherOnDesktop.h"
-#include "WindowView.h"
 #include "model/WorkspaceRunner.h"
 #include "platform/linux/windows/LinuxWindowPlacer.h"
 #include "support/FakePorts.h"
@@ -22,11 +18,8 @@
 namespace vellory::test {
 namespace {
 
-using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::Not;
-using testing::UnorderedElementsAre;
 using Item = Workspace::Item;
 using Rect = Workspace::Rect;
 
@@ -42,10 +35,7 @@ class WorkspaceDeskTest : public LauncherOnDesktop {
             .displays = displays,
             .clock = clock,
             .scheduler = loop,
-            .locate = [this](const BundleID& id) -> std::optional<InstalledApp> {
-                const auto found = std::ranges::find(installed, id, &InstalledApp::bundleID);
-                return found == installed.end() ? std::nullopt : std::optional(*found);
-            },
+            .locate = [this](const BundleID& id) { return std::optional(app(id)); },
             .notices = posted});
         QObject::connect(&posted, &Notices::posted,
                          [this](const Notice& notice) { notices.push_back(notice.text); });
@@ -99,12 +89,6 @@ class WorkspaceDeskTest : public LauncherOnDesktop {
         return (came ? testing::AssertionSuccess() : testing::AssertionFailure())
                << "running: " << testing::PrintToString(now);
     }
-    bool takesFrame(xcb_window_t window, const Rect& frame) {
-        return loop.runUntil([&] { return view.outerFrame(window) == frame; });
-    }
-    std::vector<Workspace::WindowSlot> frames(const Workspace& workspace) {
-        return runner->captureWindows(workspace);
-    }
 
     static Workspace workspace(std::vector<BundleID> ids, Workspace::Others others) {
         Workspace made;
@@ -115,7 +99,6 @@ class WorkspaceDeskTest : public LauncherOnDesktop {
         return made;
     }
 
-    WindowView view{session, loop};
     FakeDesktop desktop;
     FakeDisplays displays;
     FakeClock clock;
@@ -168,7 +151,7 @@ TEST_F(WorkspaceDeskTest, WindowsComeBackToTheirPlacesInTheOrderTheyWereMade) {
     ASSERT_TRUE(loop.runUntil([&] { return runner->pendingSlots().empty(); }));
     const auto asSaved = testing::UnorderedElementsAreArray(desk.windows);
     const auto captured = [&] {
-        auto slots = frames(desk);
+        auto slots = runner->captureWindows(desk);
         for (auto& slot : slots) {
             slot.screenName.reset();
         }
@@ -188,12 +171,9 @@ TEST_F(WorkspaceDeskTest, WindowsComeBackToTheirPlacesInTheOrderTheyWereMade) {
 }
 
 TEST_F(WorkspaceDeskTest, ALateWindowIsPlacedAndAWindowlessAppHoldsUpNothing) {
-    const std::string gate = (session.folder().path() / "gate").string();
-    const std::string shut = (session.folder().path() / "shut").string();
-    ASSERT_EQ(::mkfifo(gate.c_str(), 0600), 0);
-    ASSERT_EQ(::mkfifo(shut.c_str(), 0600), 0);
+    const std::string gate = session.addGate("gate");
     addWindowApp("late", "--gate " + gate);
-    addWindowApp("never", "--gate " + shut);
+    addWindowApp("never", "--gate " + session.addGate("shut"));
     addWindowApp("quick");
     makeDesk();
     Workspace desk = workspace({"never", "late", "quick"}, Workspace::Others::keep);
@@ -204,11 +184,11 @@ TEST_F(WorkspaceDeskTest, ALateWindowIsPlacedAndAWindowlessAppHoldsUpNothing) {
     ASSERT_TRUE(becomes({"quick"}));
     ASSERT_TRUE(loop.runUntil([&] { return runner->pendingSlots().size() == 2; }));
 
-    ::close(::open(gate.c_str(), O_WRONLY));
+    DesktopSession::openGate(gate);
     ASSERT_TRUE(becomesRunning("late"));
     ASSERT_TRUE(loop.runUntil([&] { return runner->pendingSlots().size() == 1; }));
-    const auto late = placer->windows({*running("late")})[0];
-    EXPECT_TRUE(takesFrame(static_cast<xcb_window_t>(late[0].id), desk.windows[1].frame));
+    const auto late = static_cast<xcb_window_t>(placer->windows({*running("late")})[0][0].id);
+    EXPECT_TRUE(loop.runUntil([&] { return view.outerFrame(late) == desk.windows[1].frame; }));
 
     clock.time = clock.time + WorkspaceRunner::patience + 1;
     EXPECT_TRUE(loop.runUntil([&] { return runner->pendingSlots().empty(); })) << "given up";
@@ -238,7 +218,7 @@ TEST_F(WorkspaceDeskTest, WithoutAWindowManagerTheRestStillOpens) {
     open(desk);
     EXPECT_THAT(notices, ElementsAre("Allow vellory in Accessibility to restore window positions",
                                      "W workspace"));
-    EXPECT_THAT(frames(desk), IsEmpty());
+    EXPECT_THAT(runner->captureWindows(desk), IsEmpty());
     EXPECT_TRUE(loop.runUntil([&] { return std::filesystem::exists(session.reportFile("app")); }));
 }
 

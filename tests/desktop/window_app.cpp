@@ -6,8 +6,6 @@
 //   --gate FIFO    shows them only once somebody has opened this pipe for writing
 //   --stubborn     stays when asked to close
 //   --splash       shows a splash window until the gate opens
-//   --flash        shows a plain window until the gate opens, and is without any until
-//   "<gate>.again"
 //   --undecorated  asks for windows without decorations
 //   --shadow N     draws its own decorations with a shadow of N pixels around, as GTK apps do
 //   --increments   sizes in steps, as terminals have them
@@ -35,56 +33,24 @@
 
 namespace {
 
-struct Options {
-    std::string windowClass;
-    std::string gate;
-    std::string report;
-    int windows = 1;
-    std::uint32_t shadow = 0;
-    bool isUndecorated = false;
-    bool hasIncrements = false;
-    bool hasDialog = false;
-    bool namesStart = false;
-    bool isStubborn = false;
-    bool hasSplash = false;
-    bool hasFlash = false;
-    bool isReparented = false;
-};
+/// What stands on the command line.
+class Options {
+  public:
+    explicit Options(const std::vector<std::string>& words) : words_(words) {}
 
-Options optionsOf(const std::vector<std::string>& arguments) {
-    Options options;
-    for (std::size_t i = 1; i < arguments.size(); ++i) {
-        const auto next = [&] { return ++i < arguments.size() ? arguments[i] : std::string(); };
-        if (arguments[i] == "--class") {
-            options.windowClass = next();
-        } else if (arguments[i] == "--windows") {
-            options.windows = std::atoi(next().c_str());
-        } else if (arguments[i] == "--gate") {
-            options.gate = next();
-        } else if (arguments[i] == "--report") {
-            options.report = next();
-        } else if (arguments[i] == "--shadow") {
-            options.shadow = static_cast<std::uint32_t>(std::atoi(next().c_str()));
-        } else if (arguments[i] == "--undecorated") {
-            options.isUndecorated = true;
-        } else if (arguments[i] == "--increments") {
-            options.hasIncrements = true;
-        } else if (arguments[i] == "--startup-id") {
-            options.namesStart = true;
-        } else if (arguments[i] == "--dialog") {
-            options.hasDialog = true;
-        } else if (arguments[i] == "--stubborn") {
-            options.isStubborn = true;
-        } else if (arguments[i] == "--splash") {
-            options.hasSplash = true;
-        } else if (arguments[i] == "--flash") {
-            options.hasFlash = true;
-        } else if (arguments[i] == "--reparented") {
-            options.isReparented = true;
-        }
+    bool has(const std::string& name) const { return std::ranges::count(words_, name) > 0; }
+    /// The word after `name`.
+    std::string text(const std::string& name, const std::string& otherwise = "") const {
+        const auto found = std::ranges::find(words_, name);
+        return words_.end() - found < 2 ? otherwise : *std::next(found);
     }
-    return options;
-}
+    int number(const std::string& name, const std::string& otherwise = "0") const {
+        return std::atoi(text(name, otherwise).c_str());
+    }
+
+  private:
+    const std::vector<std::string>& words_;
+};
 
 void writeReport(const std::string& file, const std::vector<std::string>& arguments) {
     std::filesystem::create_directories(std::filesystem::path(file).parent_path());
@@ -131,8 +97,9 @@ class App {
         xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window, screen_->root, 0, 0, 200, 150,
                           0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL,
                           &colour);
-        const std::string names = options_.windowClass + '\0' + options_.windowClass + '\0';
-        if (!options_.windowClass.empty()) {
+        const std::string name = options_.text("--class");
+        const std::string names = name + '\0' + name + '\0';
+        if (!name.empty()) {
             set(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8, names.size(), names.data());
         }
         const std::string title = "Test window " + std::to_string(++shown_);
@@ -143,7 +110,7 @@ class App {
         const std::uint32_t pid = static_cast<std::uint32_t>(getpid());
         set(window, atom("_NET_WM_PID"), XCB_ATOM_CARDINAL, 32, 1, &pid);
         const char* startupId = std::getenv("DESKTOP_STARTUP_ID");
-        if (options_.namesStart && startupId != nullptr) {
+        if (options_.has("--startup-id") && startupId != nullptr) {
             set(window, atom("_NET_STARTUP_ID"), atom("UTF8_STRING"), 8, std::strlen(startupId),
                 startupId);
         }
@@ -158,17 +125,18 @@ class App {
 
     /// What the window manager is to know of the window's frame and size.
     void stateShape(xcb_window_t window) {
-        if (options_.isUndecorated || options_.shadow > 0) {
+        const auto shadow = static_cast<std::uint32_t>(options_.number("--shadow"));
+        if (options_.has("--undecorated") || shadow > 0) {
             const std::vector<std::uint32_t> motifHints{2, 0, 0, 0, 0}; // "Decorations: none."
             set(window, atom("_MOTIF_WM_HINTS"), atom("_MOTIF_WM_HINTS"), 32, motifHints.size(),
                 motifHints.data());
         }
-        if (options_.shadow > 0) {
-            const std::vector<std::uint32_t> edges(4, options_.shadow);
+        if (shadow > 0) {
+            const std::vector<std::uint32_t> edges(4, shadow);
             set(window, atom("_GTK_FRAME_EXTENTS"), XCB_ATOM_CARDINAL, 32, edges.size(),
                 edges.data());
         }
-        if (options_.hasIncrements) {
+        if (options_.has("--increments")) {
             xcb_size_hints_t hints{};
             xcb_icccm_size_hints_set_resize_inc(&hints, 7, 13);
             xcb_icccm_size_hints_set_base_size(&hints, 4, 4);
@@ -213,7 +181,7 @@ class App {
             const auto* message = reinterpret_cast<xcb_client_message_event_t*>(event);
             if ((event->response_type & 0x7F) == XCB_CLIENT_MESSAGE &&
                 message->type == protocols_ && message->data.data32[0] == deleteWindow_ &&
-                !options_.isStubborn) {
+                !options_.has("--stubborn")) {
                 hide(message->window);
                 windows.erase(message->window);
             }
@@ -249,36 +217,26 @@ class App {
 
 int main(int count, char** values) {
     const std::vector<std::string> arguments(values, values + count);
-    const Options options = optionsOf(arguments);
-    if (!options.report.empty()) {
-        writeReport(options.report, arguments);
+    const Options options(arguments);
+    if (options.has("--report")) {
+        writeReport(options.text("--report"), arguments);
     }
     App app(options);
     const xcb_window_t splash =
-        options.hasSplash ? app.show("_NET_WM_WINDOW_TYPE_SPLASH") : xcb_window_t{XCB_NONE};
-    const xcb_window_t flash =
-        options.hasFlash ? app.show("_NET_WM_WINDOW_TYPE_NORMAL") : xcb_window_t{XCB_NONE};
-    if (!options.gate.empty()) {
-        close(open(options.gate.c_str(), O_RDONLY)); // Waits for the other end.
+        options.has("--splash") ? app.show("_NET_WM_WINDOW_TYPE_SPLASH") : xcb_window_t{XCB_NONE};
+    if (options.has("--gate")) {
+        close(open(options.text("--gate").c_str(), O_RDONLY)); // Waits for the other end.
     }
-    if (options.hasSplash) {
+    if (splash != XCB_NONE) {
         app.hide(splash);
     }
-    if (options.hasFlash) {
-        app.hide(flash);
-        // A gate of its own: somebody has seen that no window is left.
-        close(open((options.gate + ".again").c_str(), O_RDONLY));
-    }
     std::set<xcb_window_t> windows;
-    xcb_window_t first = XCB_NONE;
-    for (int i = 0; i < options.windows; ++i) {
-        const bool isDialog = options.hasDialog && i == 1;
-        const xcb_window_t window = isDialog ? app.show("_NET_WM_WINDOW_TYPE_DIALOG", first)
-                                             : app.show("_NET_WM_WINDOW_TYPE_NORMAL");
-        first = i == 0 ? window : first;
-        windows.insert(window);
+    for (int i = 0; i < options.number("--windows", "1"); ++i) {
+        windows.insert(i == 1 && options.has("--dialog")
+                           ? app.show("_NET_WM_WINDOW_TYPE_DIALOG", *windows.begin())
+                           : app.show("_NET_WM_WINDOW_TYPE_NORMAL"));
     }
-    if (options.isReparented) {
+    if (options.has("--reparented")) {
         app.reparent(*windows.begin());
     }
     app.run(std::move(windows));

@@ -78,41 +78,29 @@ inline std::optional<std::size_t> gaps(const Characters& query, const Characters
     return sum;
 }
 
-/// Tries every single edit of `a`.
+/// Tries every single edit.
 inline bool oneEditApart(const Characters& a, const Characters& b) {
-    if (a == b) {
-        return true;
-    }
+    const auto without = [](Characters text, std::size_t i) {
+        text.erase(text.begin() + static_cast<std::ptrdiff_t>(i));
+        return text;
+    };
+    const auto swapped = [](Characters text, std::size_t i) {
+        std::swap(text[i], text[i + 1]);
+        return text;
+    };
+    const auto replaced = [](Characters text, std::size_t i, const std::string& by) {
+        text[i] = by;
+        return text;
+    };
+    bool is = a == b;
     for (std::size_t i = 0; i < a.size(); ++i) {
-        const auto at = static_cast<std::ptrdiff_t>(i);
-        Characters dropped = a;
-        dropped.erase(dropped.begin() + at);
-        if (dropped == b) {
-            return true;
-        }
-        if (i + 1 < a.size()) {
-            Characters swapped = a;
-            std::swap(swapped[i], swapped[i + 1]);
-            if (swapped == b) {
-                return true;
-            }
-        }
-        if (i < b.size()) {
-            Characters replaced = a;
-            replaced[i] = b[i];
-            if (replaced == b) {
-                return true;
-            }
-        }
+        is = is || without(a, i) == b || (i + 1 < a.size() && swapped(a, i) == b) ||
+             (i < b.size() && replaced(a, i, b[i]) == b);
     }
     for (std::size_t i = 0; i < b.size(); ++i) {
-        Characters dropped = b;
-        dropped.erase(dropped.begin() + static_cast<std::ptrdiff_t>(i));
-        if (dropped == a) {
-            return true;
-        }
+        is = is || without(b, i) == a;
     }
-    return false;
+    return is;
 }
 
 inline std::optional<int> score(std::string_view rawQuery, std::string_view rawName) {

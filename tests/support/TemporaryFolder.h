@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -59,6 +60,17 @@ inline std::vector<std::string> namesIn(const std::filesystem::path& folder) {
     }
     std::ranges::sort(names);
     return names;
+}
+
+/// Every file below `folder` with its content.
+inline std::map<std::string, std::string> filesBelow(const std::filesystem::path& folder) {
+    std::map<std::string, std::string> files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+        if (entry.is_regular_file()) {
+            files[entry.path().string()] = contentOf(entry.path());
+        }
+    }
+    return files;
 }
 
 } // namespace vellory::test
