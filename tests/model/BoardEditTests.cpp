@@ -52,29 +52,32 @@ const std::vector<Edit>& edits() {
     return all;
 }
 
+struct BoardEdits : testing::Test {
+    World world;
+    AppModel& model = world.startWith(apps, usualBoard());
+};
+
 } // namespace
 
-TEST(BoardEdits, EachIsOneStepNamedByItsReasonSavedAndConfirmed) {
+TEST_F(BoardEdits, EachIsOneStepNamedByItsReasonSavedAndConfirmed) {
     for (const Edit& edit : edits()) {
         SCOPED_TRACE(edit.reason + ": " + edit.expected);
-        World world;
-        world.catalogue.categories = {{"a", "public.app-category.finance"},
+        World fresh;
+        fresh.catalogue.categories = {{"a", "public.app-category.finance"},
                                       {"b", "public.app-category.finance"}};
-        AppModel& model = world.startWith(apps, usualBoard());
-        edit.doIt(model);
+        fresh.startWith(apps, usualBoard());
+        edit.doIt(*fresh.model);
 
-        EXPECT_EQ(world.inMemory(), edit.expected);
-        EXPECT_EQ(world.store().load(), model.board());
-        EXPECT_THAT(world.history(), ElementsAre(Text::replacingAll(edit.reason, " ", "_")));
-        ASSERT_EQ(world.notices.size(), 1U);
-        EXPECT_EQ(world.lastNotice(), edit.reason);
-        EXPECT_EQ(world.notices.back().seconds, 1.8);
+        EXPECT_EQ(fresh.inMemory(), edit.expected);
+        EXPECT_EQ(fresh.store().load(), fresh.model->board());
+        EXPECT_THAT(fresh.history(), ElementsAre(Text::replacingAll(edit.reason, " ", "_")));
+        ASSERT_EQ(fresh.notices.size(), 1U);
+        EXPECT_EQ(fresh.lastNotice(), edit.reason);
+        EXPECT_EQ(fresh.notices.back().seconds, 1.8);
     }
 }
 
-TEST(BoardEdits, WhatChangesNothingLeavesNoStep) {
-    World world;
-    AppModel& model = world.startWith(apps, usualBoard());
+TEST_F(BoardEdits, WhatChangesNothingLeavesNoStep) {
     model.moveTile("app:b", 1);
     model.moveTile("app:nobody", 0);
     model.moveApp("nobody", 0);
@@ -95,53 +98,47 @@ TEST(BoardEdits, WhatChangesNothingLeavesNoStep) {
     EXPECT_EQ(model.board(), usualBoard());
     EXPECT_THAT(world.history(), IsEmpty());
     EXPECT_THAT(world.notices, IsEmpty());
+
+    World single;
+    single.startWith({"a"}, board({folder(1, "Work", {"a"})}));
+    EXPECT_EQ(single.model->drop("a", "folder:" + uuid(1).string()), std::nullopt);
+    EXPECT_EQ(single.inMemory(), "[Work: a]") << "onto the folder that it is alone in";
 }
 
-TEST(BoardEdits, DroppingTheOnlyAppOfAFolderOnThatFolderLosesNothing) {
-    World world;
-    AppModel& model = world.startWith({"a"}, board({folder(1, "Work", {"a"})}));
-    EXPECT_EQ(model.drop("a", "folder:" + uuid(1).string()), std::nullopt);
-    EXPECT_EQ(world.inMemory(), "[Work: a]");
-}
-
-TEST(BoardEdits, PlacesCountWhatTheGridShowsAndHiddenTilesKeepTheirs) {
-    // On the board: h b h2 d e; on the grid: b d e.
+TEST_F(BoardEdits, PlacesCountWhatIsShownAndHiddenAppsKeepTheirs) {
     struct Case {
+        BundleID moved;
         int place;
         std::string expected;
     };
-    for (const Case& each : {Case{0, "h e b h2 d"}, Case{1, "h b h2 e d"}, Case{2, "h b h2 d e"},
-                             Case{99, "h b h2 d e"}, Case{-5, "h e b h2 d"}}) {
-        World world;
-        Board start = board({app("h"), app("b"), app("h2"), app("d"), app("e")});
+    const auto moves = [](const std::vector<BundleID>& apps, Board start, const auto& move,
+                          const std::vector<Case>& cases) {
         start.hidden = {"h", "h2"};
-        world.startWith({"h", "b", "h2", "d", "e"}, start);
-        world.model->moveTile("app:e", each.place);
-        EXPECT_EQ(world.inMemory(), each.expected) << each.place;
-    }
-}
-
-TEST(BoardEdits, PlacesInAFolderCountItsShownApps) {
-    struct Case {
-        BundleID app;
-        int place;
-        std::string expected;
+        for (const Case& each : cases) {
+            World fresh;
+            move(fresh.startWith(apps, start), each);
+            EXPECT_EQ(fresh.inMemory(), each.expected) << each.moved << each.place;
+        }
     };
-    for (const Case& each : {Case{"c", 0, "[Work: h c a b]"}, Case{"a", 2, "[Work: h b a c]"},
-                             Case{"a", 9, "[Work: h b c a]"}, Case{"b", 1, "[Work: h a b c]"},
-                             Case{"nobody", 0, "[Work: h a b c]"}}) {
-        World world;
-        Board start = board({folder(1, "Work", {"h", "a", "b", "c"})});
-        start.hidden = {"h"};
-        world.startWith({"h", "a", "b", "c"}, start);
-        world.model->moveInFolder(uuid(1), each.app, each.place);
-        EXPECT_EQ(world.inMemory(), each.expected) << each.app << each.place;
-    }
+    const std::vector<BundleID> onGrid{"h", "b", "h2", "d", "e"};
+    moves(onGrid, boardOf(onGrid),
+          [](AppModel& m, const Case& each) { m.moveTile("app:" + each.moved, each.place); },
+          {{"e", 0, "h e b h2 d"},
+           {"e", 1, "h b h2 e d"},
+           {"e", 2, "h b h2 d e"},
+           {"e", 99, "h b h2 d e"},
+           {"e", -5, "h e b h2 d"}});
+    const std::vector<BundleID> inFolder{"h", "a", "b", "c"};
+    moves(inFolder, board({folder(1, "Work", inFolder)}),
+          [](AppModel& m, const Case& each) { m.moveInFolder(uuid(1), each.moved, each.place); },
+          {{"c", 0, "[Work: h c a b]"},
+           {"a", 2, "[Work: h b a c]"},
+           {"a", 9, "[Work: h b c a]"},
+           {"b", 1, "[Work: h a b c]"},
+           {"nobody", 0, "[Work: h a b c]"}});
 }
 
-TEST(BoardEdits, AFailedSaveIsToldKeepsTheBoardAndIsTriedAgain) {
-    World world;
-    AppModel& model = world.startWith(apps, usualBoard());
+TEST_F(BoardEdits, AFailedSaveIsToldKeepsTheBoardAndIsTriedAgain) {
     // A regular file where the folder should be: nobody can write into that, whoever they are.
     std::filesystem::remove_all(world.paths().support());
     world.folder.write("vellory", "in the way");
@@ -160,9 +157,7 @@ TEST(BoardEdits, AFailedSaveIsToldKeepsTheBoardAndIsTriedAgain) {
     EXPECT_EQ(world.lastNotice(), "Moved to end");
 }
 
-TEST(BoardEdits, SortingByUseAsksHowOftenAppsWereLaunched) {
-    World world;
-    AppModel& model = world.startWith(apps, usualBoard());
+TEST_F(BoardEdits, SortingByUseAsksHowOftenAppsWereLaunched) {
     for (const char* id : {"d", "d", "e"}) {
         world.runningApps.observer.launched(id);
     }
@@ -171,23 +166,21 @@ TEST(BoardEdits, SortingByUseAsksHowOftenAppsWereLaunched) {
     EXPECT_EQ(world.lastNotice(), "Sorted by use");
 }
 
-TEST(BoardEdits, AutoFoldersRearrangeButKeepNamesIconsAndWhatIsHidden) {
-    World world;
+TEST_F(BoardEdits, AutoFoldersRearrangeButKeepNamesIconsAndWhatIsHidden) {
+    World fresh;
     Board start = usualBoard();
     start.hidden = {"e"};
     start.renames = {{"a", "Zulu"}};
     start.icons = {{"b", "/icons/b.png"}};
-    world.startWith(apps, start);
-    world.model->autoFolders();
-    EXPECT_EQ(world.grid(), "a b c d");
-    EXPECT_EQ(world.model->board().renames, start.renames);
-    EXPECT_EQ(world.model->board().icons, start.icons);
+    fresh.startWith(apps, start);
+    fresh.model->autoFolders();
+    EXPECT_EQ(fresh.grid(), "a b c d");
+    EXPECT_EQ(fresh.model->board().renames, start.renames);
+    EXPECT_EQ(fresh.model->board().icons, start.icons);
 }
 
-TEST(BoardEdits, AnEmptyNameOrTheAppsOwnGivesTheNameBack) {
+TEST_F(BoardEdits, AnEmptyNameOrTheAppsOwnGivesTheNameBack) {
     for (const std::string name : {"", "  ", "A"}) {
-        World world;
-        AppModel& model = world.startWith(apps, usualBoard());
         model.rename("a", "Notes");
         EXPECT_EQ(model.search("notes"), std::vector<BundleID>{"a"});
         model.rename("a", name);
@@ -197,10 +190,8 @@ TEST(BoardEdits, AnEmptyNameOrTheAppsOwnGivesTheNameBack) {
     }
 }
 
-TEST(BoardEdits, AnEarlierBoardIsRestoredWithTheAppsOfToday) {
-    World world;
+TEST_F(BoardEdits, AnEarlierBoardIsRestoredWithTheAppsOfToday) {
     world.clock.time = Date::since1970(1'800'000'000);
-    AppModel& model = world.startWith(apps, usualBoard());
     model.dissolveFolder(uuid(1));
     world.scheduler.advance(1);
     world.catalogue.uninstall("a");
@@ -227,62 +218,45 @@ TEST(BoardEdits, AnEarlierBoardIsRestoredWithTheAppsOfToday) {
     EXPECT_EQ(world.notices.size(), told + 1);
 }
 
-TEST(BoardEdits, ChosenPicturesAreCopiedAndTheirPathsStored) {
-    World world;
-    AppModel& model = world.startWith(apps, usualBoard());
-    const auto picture = world.folder.write("pictures/cat.PNG", "meow");
-
+TEST_F(BoardEdits, ChosenPicturesAreCopiedAndTheEarlierOneIsFoundAgain) {
+    const auto choose = [&](const std::string& content, const std::string& told) {
+        world.scheduler.advance(1);
+        world.notices.clear();
+        world.gridChanges = 0;
+        world.imageChooser.choose(world.folder.write("pictures/cat.PNG", content));
+        EXPECT_EQ(world.notices.size(), 1U) << content;
+        EXPECT_EQ(world.lastNotice(), told);
+        EXPECT_EQ(world.gridChanges, 1) << content;
+    };
+    const auto icon = [&] { return std::filesystem::path(model.board().icons.at("a")); };
     model.chooseIcon("a");
     EXPECT_THAT(world.imageChooser.titles, ElementsAre("Icon for A"));
     EXPECT_THAT(world.history(), IsEmpty()) << "not before the user chose";
-    world.imageChooser.choose(picture);
-    const std::string icon = model.board().icons.at("a");
-    EXPECT_EQ(contentOf(icon), "meow");
-    EXPECT_EQ(std::filesystem::path(icon).parent_path(), world.paths().icons());
-    EXPECT_EQ(world.lastNotice(), "Icon for A");
+    choose("meow", "Icon for A");
+    EXPECT_EQ(contentOf(icon()), "meow");
+    EXPECT_EQ(icon().parent_path(), world.paths().icons());
+    choose("woof", "Icon for A");
+    EXPECT_EQ(contentOf(icon()), "woof") << "another one of the same kind is seen";
+    model.restore(model.snapshots().front());
+    EXPECT_EQ(contentOf(icon()), "meow");
 
     model.chooseCover(uuid(1));
-    world.imageChooser.choose(picture);
-    const std::string cover = (world.paths().icons() / ("folder-" + uuid(1).string() + ".PNG"));
-    EXPECT_EQ(model.board().folder(uuid(1))->cover, cover);
-    EXPECT_EQ(world.lastNotice(), "Folder cover");
+    choose("meow", "Folder cover");
+    choose("woof", "Folder cover");
+    EXPECT_EQ(contentOf(*model.board().folder(uuid(1))->cover), "woof");
 
     model.resetIcon("a");
     EXPECT_THAT(model.board().icons, IsEmpty());
     EXPECT_EQ(world.lastNotice(), "Reset icon for A");
     model.resetCover(uuid(1));
     EXPECT_EQ(model.board().folder(uuid(1))->cover, std::nullopt);
-}
-
-TEST(BoardEdits, AnotherPictureOfTheSameKindIsSeenAndTheEarlierIconIsFoundAgain) {
-    World world;
-    AppModel& model = world.startWith(apps, usualBoard());
-    const auto choose = [&](const std::string& content) {
-        world.scheduler.advance(1);
-        world.notices.clear();
-        world.gridChanges = 0;
-        world.imageChooser.choose(world.folder.write("picture.png", content));
-        EXPECT_EQ(world.notices.size(), 1U) << content;
-        EXPECT_EQ(world.gridChanges, 1) << content;
-    };
     model.chooseIcon("a");
-    choose("meow");
-    choose("woof");
-    EXPECT_EQ(contentOf(model.board().icons.at("a")), "woof");
-    EXPECT_EQ(world.lastNotice(), "Icon for A");
-    model.restore(model.snapshots().front());
-    EXPECT_EQ(contentOf(model.board().icons.at("a")), "meow");
-
-    model.chooseCover(uuid(1));
-    choose("meow");
-    choose("woof");
-    EXPECT_EQ(contentOf(*model.board().folder(uuid(1))->cover), "woof");
-    EXPECT_EQ(world.lastNotice(), "Folder cover");
+    world.imageChooser.choose(world.folder.path() / "missing.png");
+    EXPECT_THAT(world.lastNotice(), StartsWith("Couldn't use the picture: "));
+    EXPECT_THAT(model.board().icons, IsEmpty());
 }
 
-TEST(BoardEdits, PicturesThatNoBoardCanShowAnyMoreGo) {
-    World world;
-    AppModel& model = world.startWith(apps, usualBoard());
+TEST_F(BoardEdits, PicturesThatNoBoardCanShowAnyMoreGo) {
     const auto own = world.folder.write("vellory/Icons/own.png", "put there by the user");
     model.chooseIcon("a");
     std::filesystem::path kept;
@@ -308,18 +282,7 @@ TEST(BoardEdits, PicturesThatNoBoardCanShowAnyMoreGo) {
     EXPECT_EQ(contentOf(kept), "3") << "nobody knows what that layout shows";
 }
 
-TEST(BoardEdits, APictureThatCannotBeReadIsTold) {
-    World world;
-    AppModel& model = world.startWith(apps, usualBoard());
-    model.chooseIcon("a");
-    world.imageChooser.choose(world.folder.path() / "missing.png");
-    EXPECT_THAT(world.lastNotice(), StartsWith("Couldn't use the picture: "));
-    EXPECT_THAT(model.board().icons, IsEmpty());
-}
-
-TEST(BoardEdits, AChoiceThatComesTooLateDoesNothing) {
-    World world;
-    AppModel& model = world.startWith(apps, usualBoard());
+TEST_F(BoardEdits, AChoiceThatComesTooLateDoesNothing) {
     const auto picture = world.folder.write("cat.png", "meow");
     model.chooseIcon("a");
     const auto chooseIcon = world.imageChooser.choose;

@@ -2,19 +2,16 @@
 #include "model/CommandLineTool.h"
 
 #include <algorithm>
-#include <array>
-#include <initializer_list>
 #include <string>
 #include <vector>
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <spawn.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include "Support/Link.h"
+#include "Support/Text.h"
 #include "support/Child.h"
 #include "support/HostileTexts.h"
 #include "support/TemporaryFolder.h"
@@ -49,12 +46,9 @@ class Terminal {
         for (const std::string name : {"awk", "od"}) {
             fs::create_symlink("/usr/bin/" + name, folder_.path() / "path" / name);
         }
-        std::string text(CommandLineTool::script());
-        const std::string python = "/usr/bin/python3";
-        for (auto at = text.find(python); at != std::string::npos; at = text.find(python, at)) {
-            text.replace(at, python.size(), "/nonexistent");
-        }
-        withoutPython_ = folder_.write("without-python", text);
+        withoutPython_ =
+            folder_.write("without-python", Text::replacingAll(CommandLineTool::script(),
+                                                               "/usr/bin/python3", "/nonexistent"));
     }
 
     const TemporaryFolder& folder() const { return folder_; }
@@ -64,25 +58,19 @@ class Terminal {
 
     Result run(const std::string& shell, const fs::path& script, const Words& words) const {
         const fs::path output = folder_.path() / "output";
-        fs::remove(output);
-        const std::string path = "PATH=" + (folder_.path() / "path").string();
-        const std::string home = "HOME=" + folder_.path().string();
+        const int out = ::open(output.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+        const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
         Words command{shell, script.string()};
         command.insert(command.end(), words.begin(), words.end());
-        Words environment{path, home};
-        posix_spawn_file_actions_t files;
-        posix_spawn_file_actions_init(&files);
-        posix_spawn_file_actions_addopen(&files, 1, output.c_str(), O_WRONLY | O_CREAT, 0600);
-        posix_spawn_file_actions_addopen(&files, 2, "/dev/null", O_WRONLY, 0);
-        posix_spawn_file_actions_addchdir_np(&files, folder_.path().c_str());
-        pid_t pid = 0;
-        int status = -1;
-        if (posix_spawn(&pid, shell.c_str(), &files, nullptr, pointers(command).data(),
-                        pointers(environment).data()) == 0) {
-            ::waitpid(pid, &status, 0);
-        }
-        posix_spawn_file_actions_destroy(&files);
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(output)};
+        const int status =
+            endOf(spawn(command, {.output = out,
+                                  .error = nowhere,
+                                  .environment = {"PATH=" + (folder_.path() / "path").string(),
+                                                  "HOME=" + folder_.path().string()},
+                                  .folder = folder_.path()}));
+        ::close(out);
+        ::close(nowhere);
+        return {status, contentOf(output)};
     }
 
     /// What the opener was given since the last call: the number of its arguments and the first, or
@@ -100,15 +88,6 @@ class Terminal {
 
   private:
     fs::path log() const { return folder_.path() / "opened"; }
-
-    static std::vector<char*> pointers(Words& words) {
-        std::vector<char*> out;
-        for (std::string& word : words) {
-            out.push_back(word.data());
-        }
-        out.push_back(nullptr);
-        return out;
-    }
 
     TemporaryFolder folder_;
     CommandLineTool tool_;
@@ -139,10 +118,8 @@ TEST(CommandLineTool, InstallsAProgramOfItsOwnAtomicallyAndSaysSo) {
     EXPECT_EQ(tool.install(), Notice::confirmation("Installed ~/.local/bin/vellory", "terminal"));
     EXPECT_EQ(fs::status(tool.file()).permissions(), static_cast<fs::perms>(0755));
     EXPECT_THAT(namesIn(tool.file().parent_path()), ElementsAre("vellory"));
-}
 
-TEST(CommandLineTool, WhatStandsInTheWayIsReportedAndLeftAlone) {
-    const TemporaryFolder folder;
+    // What stands in the way is left alone.
     folder.write("a/.local", "a file where a folder should be");
     fs::create_directories(folder.path() / "b/.local/bin/vellory/inside");
     for (const char* home : {"a", "b"}) {
@@ -181,19 +158,10 @@ TEST(CommandLineTool, EachCommandOpensItsLinkInEveryShellWithAndWithoutPython) {
                 EXPECT_EQ(terminal.run(shell, script, words).status, 0) << shell << link;
                 EXPECT_EQ(terminal.takeOpened(), opened("vellory://" + link)) << shell << script;
             }
-            for (const Words& words : std::initializer_list<Words>{{"bogus"},
-                                                                   {""},
-                                                                   {"Open"},
-                                                                   {"--help"},
-                                                                   {"-n"},
-                                                                   {"search"},
-                                                                   {"workspace"},
-                                                                   {"ws"},
-                                                                   {"focus"},
-                                                                   {"layout"},
-                                                                   {"ask"}}) {
-                const Terminal::Result result = terminal.run(shell, script, words);
-                EXPECT_EQ(result.status, 2) << words[0];
+            for (const std::string word : {"bogus", "", "Open", "--help", "-n", "search",
+                                           "workspace", "ws", "focus", "layout", "ask"}) {
+                const Terminal::Result result = terminal.run(shell, script, {word});
+                EXPECT_EQ(result.status, 2) << word;
                 EXPECT_EQ(result.output, usage);
             }
             EXPECT_EQ(terminal.takeOpened(), "");

@@ -60,8 +60,11 @@ struct LinkDesk : World {
     std::vector<std::string> did;
 };
 
-TEST(CommandLinks, EachHostDoesItsThing) {
+struct CommandLinksTest : testing::Test {
     LinkDesk desk;
+};
+
+TEST_F(CommandLinksTest, EachHostDoesItsThing) {
     const std::map<std::string, std::vector<std::string>> table{
         {"vellory://open", {"show"}},
         {"vellory://show", {"show"}},
@@ -95,8 +98,7 @@ TEST(CommandLinks, EachHostDoesItsThing) {
     EXPECT_THAT(desk.does("vellory://toggle"), ElementsAre("hide"));
 }
 
-TEST(CommandLinks, AFocusSessionHasItsMinutes) {
-    LinkDesk desk;
+TEST_F(CommandLinksTest, AFocusSessionHasItsMinutes) {
     const std::map<std::string, int> table{{"", 25},
                                            {"?minutes=50", 50},
                                            {"?minutes=0", 1},
@@ -120,15 +122,13 @@ TEST(CommandLinks, AFocusSessionHasItsMinutes) {
     EXPECT_THAT(desk.does("vellory://close"), IsEmpty());
 }
 
-TEST(CommandLinks, AFocusNameOpensItsWorkspacesOnce) {
-    LinkDesk desk;
+TEST_F(CommandLinksTest, AFocusNameOpensItsWorkspacesOnce) {
     EXPECT_THAT(desk.does("vellory://focus/Deep/Work"), ElementsAre("Writing workspace"));
     EXPECT_THAT(desk.does("vellory://focus/Deep/Work"), IsEmpty());
     EXPECT_THAT(desk.does("vellory://focus/"), IsEmpty());
 }
 
-TEST(CommandLinks, ALayoutThatWasSavedComesBack) {
-    LinkDesk desk;
+TEST_F(CommandLinksTest, ALayoutThatWasSavedComesBack) {
     desk.model->saveLayout("Work/Home");
     EXPECT_EQ(desk.notices.back(),
               (Notice{"Saved layout “Work/Home”", "square.and.arrow.down", 1.8}));
@@ -143,17 +143,8 @@ TEST(CommandLinks, ALayoutThatWasSavedComesBack) {
 
 // What links say reaches no shell, no program and no file: those whose host is known do their thing
 // with what cannot be found, all others show the grid.
-TEST(CommandLinks, HostileLinksDoNothingButAskForWhatIsNotThere) {
-    LinkDesk desk;
-    const auto everyFile = [&desk] {
-        std::map<std::string, std::string> files;
-        for (const auto& entry :
-             std::filesystem::recursive_directory_iterator(desk.folder.path())) {
-            files[entry.path().string()] = entry.is_regular_file() ? contentOf(entry.path()) : "";
-        }
-        return files;
-    };
-    const auto before = everyFile();
+TEST_F(CommandLinksTest, HostileLinksDoNothingButAskForWhatIsNotThere) {
+    const auto before = filesBelow(desk.folder.path());
     const auto isKnown = [](const std::string& host) {
         constexpr std::array hosts{"settings",      "workspace",    "focus",
                                    "focus-session", "search",       "layout",
@@ -178,7 +169,7 @@ TEST(CommandLinks, HostileLinksDoNothingButAskForWhatIsNotThere) {
             EXPECT_THAT(did, ElementsAre(testing::StartsWith("No saved layout “"))) << shown;
         }
     }
-    EXPECT_EQ(everyFile(), before);
+    EXPECT_EQ(filesBelow(desk.folder.path()), before);
     EXPECT_THAT(desk.runningApps.asked, IsEmpty());
     EXPECT_THAT(desk.desktop.asked, IsEmpty());
 }

@@ -7,6 +7,7 @@
 
 #include "model/IconLibrary.h"
 #include "support/Boards.h"
+#include "support/HostileTexts.h"
 #include "support/TemporaryFolder.h"
 
 namespace vellory::test {
@@ -17,20 +18,11 @@ TEST(IconLibrary, CopiesStayInTheFolderWhateverTheIdentifierSays) {
     const TemporaryFolder folder;
     const fs::path picture = folder.write("cat.png", "meow");
     const IconLibrary icons(folder.path() / "Icons");
-    const std::vector<BundleID> ids{"com.apple.Safari",
-                                    "..",
-                                    "../../etc/passwd",
-                                    "/etc/passwd",
-                                    "a/b",
-                                    "a%2Fb",
-                                    "a\\b",
-                                    std::string("a\0b", 3),
-                                    "",
-                                    ".",
-                                    "Bücher",
-                                    std::string(5000, 'x'),
-                                    std::string(5000, 'x') + "y",
-                                    "folder-" + uuid(1).string()};
+    std::vector<BundleID> ids =
+        wordsOf("com.apple.Safari . .. ../../etc/passwd /etc/passwd a/b a%2Fb "
+                "a\\b Bücher");
+    ids.insert(ids.end(), {"", std::string("a\0b", 3), std::string(5000, 'x'),
+                           std::string(5000, 'x') + "y", "folder-" + uuid(1).string()});
     std::set<fs::path> copies;
     for (const BundleID& id : ids) {
         const auto copy = icons.addIcon(id, picture);

@@ -8,9 +8,12 @@ namespace vellory::test {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(InstalledApps, ABurstOfChangesLeadsToOneRescanTwoSecondsAfterTheLast) {
+struct InstalledApps : testing::Test {
     World world;
-    world.startWith({"a"}, board({app("a")}));
+    AppModel& model = world.startWith({"a"}, board({app("a")}));
+};
+
+TEST_F(InstalledApps, ABurstOfChangesLeadsToOneRescanTwoSecondsAfterTheLast) {
     world.install({"mail"});
     const std::size_t scans = world.catalogue.scans.size();
 
@@ -31,108 +34,78 @@ TEST(InstalledApps, ABurstOfChangesLeadsToOneRescanTwoSecondsAfterTheLast) {
     EXPECT_EQ(world.catalogue.scans.size(), scans + 1) << "once";
 }
 
-TEST(InstalledApps, ARescanThatFindsTheSameSavesNothingAndSaysNothing) {
-    World world;
-    world.startWith({"a"}, board({app("a")}));
+TEST_F(InstalledApps, ARescanTellsOfWhatIsNewInOneNoticeOnceTheUserWasWelcomed) {
     world.gridChanges = 0;
-    world.model->rescan();
+    model.rescan();
     EXPECT_THAT(world.history(), IsEmpty());
     EXPECT_THAT(world.notices, IsEmpty());
-    EXPECT_EQ(world.gridChanges, 0);
-}
-
-TEST(InstalledApps, SeveralNewAppsAreToldInOneNotice) {
-    World world;
-    world.startWith({"a"}, board({app("a")}));
+    EXPECT_EQ(world.gridChanges, 0) << "all is as it was";
     world.install({"b", "c"});
-    world.model->rescan();
+    model.rescan();
     EXPECT_EQ(world.lastNotice(), "2 new apps added");
+
+    World fresh;
+    fresh.start();
+    fresh.install({"b"});
+    fresh.model->rescan();
+    EXPECT_EQ(fresh.grid(), "b");
+    EXPECT_THAT(fresh.notices, IsEmpty());
 }
 
-TEST(InstalledApps, NewAppsAreNotToldBeforeTheUserWasWelcomed) {
-    World world;
-    world.install({"a"});
-    world.start();
+TEST_F(InstalledApps, AHiddenAppThatIsInstalledAgainStaysHidden) {
     world.install({"b"});
-    world.model->rescan();
-    EXPECT_EQ(world.grid(), "a b");
-    EXPECT_THAT(world.notices, IsEmpty());
-}
-
-TEST(InstalledApps, TheLastAppOfAFolderTakesTheFolderWithIt) {
-    World world;
-    world.startWith({"a", "b"}, board({folder(1, "Work", {"b"}), app("a")}));
+    model.rescan();
+    model.hide({"b"});
     world.catalogue.uninstall("b");
-    world.model->rescan();
-    EXPECT_EQ(world.onDisk(), "a");
-}
-
-TEST(InstalledApps, AHiddenAppThatIsInstalledAgainStaysHidden) {
-    World world;
-    world.startWith({"a", "b"}, board({app("a"), app("b")}));
-    world.model->hide({"b"});
-    world.catalogue.uninstall("b");
-    world.model->rescan();
+    model.rescan();
     EXPECT_EQ(world.inMemory(), "a");
 
     world.install({"b"});
-    world.model->rescan();
+    model.rescan();
     EXPECT_EQ(world.inMemory(), "a b");
     EXPECT_EQ(world.grid(), "a");
-    world.model->unhide("b");
+    model.unhide("b");
     EXPECT_EQ(world.grid(), "a b");
 }
 
-TEST(InstalledApps, AnUpdatedNameIsShownWithoutAStepInTheHistory) {
-    World world;
-    world.startWith({"a"}, board({app("a")}));
+TEST_F(InstalledApps, AnUpdatedNameIsShownWithoutAStepInTheHistory) {
     world.catalogue.installed.front().name = "Alpha";
     world.gridChanges = 0;
-    world.model->rescan();
-    EXPECT_EQ(world.model->name("a"), "Alpha");
-    EXPECT_EQ(world.model->search("alpha"), std::vector<BundleID>{"a"});
+    model.rescan();
+    EXPECT_EQ(model.name("a"), "Alpha");
+    EXPECT_EQ(model.search("alpha"), std::vector<BundleID>{"a"});
     EXPECT_GT(world.gridChanges, 0);
     EXPECT_THAT(world.history(), IsEmpty());
 }
 
-TEST(InstalledApps, TheFirstOfTwoAppsWithOneIdentifierCounts) {
-    World world;
-    world.catalogue.install("a", "First");
-    world.catalogue.install("a", "Second");
-    world.leaveBoard(board({}));
-    world.start();
-    EXPECT_EQ(world.grid(), "a");
-    EXPECT_EQ(world.model->name("a"), "First");
+TEST_F(InstalledApps, TheFirstOfTwoAppsWithOneIdentifierCounts) {
+    world.catalogue.install("b", "First");
+    world.catalogue.install("b", "Second");
+    model.rescan();
+    EXPECT_EQ(world.grid(), "a b");
+    EXPECT_EQ(model.name("b"), "First");
 }
 
-TEST(InstalledApps, ExtraFoldersAreScannedLastAndWatchedFromThenOn) {
-    World world;
-    world.startWith({"a"}, board({app("a")}));
+TEST_F(InstalledApps, ExtraFoldersAreScannedLastAndEveryScanWatchesWhereItLooked) {
     world.install({"extra"});
-    world.model->prefs().setExtraFolders({"/opt/apps"});
+    model.prefs().setExtraFolders({"/opt/apps"});
     const std::vector<std::filesystem::path> both{"/apps", "/opt/apps"};
     EXPECT_EQ(world.catalogue.scans.back(), both);
     EXPECT_EQ(world.folderWatcher.watched.back(), both);
     EXPECT_EQ(world.grid(), "a extra");
-}
 
-TEST(InstalledApps, EveryScanWatchesWhereItLooked) {
-    World world;
-    world.startWith({"a"}, board({app("a")}));
     world.catalogue.subfolders = {"/apps/wine"};
-    const std::size_t before = world.folderWatcher.watched.size();
     world.folderWatcher.changed();
     world.scheduler.advance(2);
-    ASSERT_EQ(world.folderWatcher.watched.size(), before + 1);
-    EXPECT_THAT(world.folderWatcher.watched.back(), ElementsAre("/apps", "/apps/wine"));
-    world.model->rescan();
-    EXPECT_EQ(world.folderWatcher.watched.size(), before + 2)
+    EXPECT_THAT(world.folderWatcher.watched.back(),
+                ElementsAre("/apps", "/opt/apps", "/apps/wine"));
+    const std::size_t before = world.folderWatcher.watched.size();
+    model.rescan();
+    EXPECT_EQ(world.folderWatcher.watched.size(), before + 1)
         << "a folder may be another one under the same name";
 }
 
-TEST(InstalledApps, AWatcherThatOutlivesTheModelTellsNobody) {
-    World world;
-    world.startWith({"a"}, board({app("a")}));
+TEST_F(InstalledApps, AWatcherThatOutlivesTheModelTellsNobody) {
     world.folderWatcher.changed();
     world.model.reset();
     EXPECT_EQ(world.folderWatcher.changed, nullptr);

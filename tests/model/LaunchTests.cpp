@@ -9,9 +9,13 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
 
-TEST(Launching, AsksThePlatformForInstalledAppsOnly) {
+struct Launching : testing::Test {
     World world;
     AppModel& model = world.startWith({"mail"}, board({app("mail")}));
+};
+using LaunchObserver = Launching;
+
+TEST_F(Launching, AsksThePlatformForInstalledAppsOnly) {
     world.catalogue.actionsOf = {{"mail", {{"compose", "New Message"}}}};
     model.launch("mail");
     model.launchNew("mail");
@@ -24,9 +28,7 @@ TEST(Launching, AsksThePlatformForInstalledAppsOnly) {
     EXPECT_THAT(model.actions("nobody"), IsEmpty());
 }
 
-TEST(Launching, AFailureIsToldAndASuccessIsNot) {
-    World world;
-    AppModel& model = world.startWith({"mail"}, board({app("mail")}));
+TEST_F(Launching, AFailureIsToldAndASuccessIsNot) {
     model.rename("mail", "Post");
     world.notices.clear();
     model.launch("mail");
@@ -38,9 +40,7 @@ TEST(Launching, AFailureIsToldAndASuccessIsNot) {
                 ElementsAre(Notice{"Couldn't open Post", "exclamationmark.triangle", 3.0}));
 }
 
-TEST(Launching, AnAnswerAfterTheModelIsGoneIsDropped) {
-    World world;
-    AppModel& model = world.startWith({"mail"}, board({app("mail")}));
+TEST_F(Launching, AnAnswerAfterTheModelIsGoneIsDropped) {
     model.launch("mail");
     model.refreshBadges();
     world.scheduler.runBackground();
@@ -50,15 +50,14 @@ TEST(Launching, AnAnswerAfterTheModelIsGoneIsDropped) {
     EXPECT_THAT(world.notices, IsEmpty());
 }
 
-TEST(LaunchObserver, CountsEveryStartAndWritesABurstOnce) {
-    World world;
-    AppModel& model = world.startWith({"mail"}, board({app("mail")}));
+TEST_F(LaunchObserver, CountsEveryStartAndWritesABurstOnce) {
     const auto stored = [&] { return LaunchLog::load(world.paths().launchLog()).events; };
     const Date first = world.clock.time;
     world.runningApps.starts("mail");
     world.scheduler.advance(4.9);
     model.workspaces().setActive(uuid(7));
     world.runningApps.starts("from-elsewhere");
+    world.runningApps.starts(""); // nobody knows which
     world.scheduler.advance(4.9);
     EXPECT_THAT(stored(), IsEmpty()) << "put off by the second start";
     world.scheduler.advance(0.1);
@@ -67,19 +66,12 @@ TEST(LaunchObserver, CountsEveryStartAndWritesABurstOnce) {
     EXPECT_EQ(UsageStore::load(world.paths().usage()).count("mail"), 1);
 }
 
-TEST(LaunchObserver, WhatWaitsIsWrittenWhenTheProgramEnds) {
-    World world;
-    world.startWith({"mail"}, board({app("mail")}));
+TEST_F(LaunchObserver, WhatWaitsIsWrittenWhenTheProgramEnds) {
     world.runningApps.starts("mail");
     world.model.reset();
     EXPECT_EQ(UsageStore::load(world.paths().usage()).count("mail"), 1);
-}
-
-TEST(LaunchObserver, ProcessesWithoutAnIdentifierAreNotCounted) {
-    World world;
-    AppModel& model = world.startWith({"mail"}, board({app("mail")}));
-    world.runningApps.starts("");
-    EXPECT_THAT(model.launchLog().events, IsEmpty());
+    EXPECT_EQ(LaunchLog::load(world.paths().launchLog()).events.size(), 1U);
+    EXPECT_EQ(HabitLog::load(world.paths().habits()).events.size(), 1U);
 }
 
 TEST(RunningApps, AreThoseWithWindowsAndFollowStartsAndQuits) {

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "model/Launcher.h"
 #include "model/Selection.h"
 
 namespace vellory::test {
@@ -23,21 +24,37 @@ TEST(Selection, ASweepGivesUpWhatItLeavesButNotWhatWasThereBefore) {
 }
 
 TEST(Selection, ABandEndsAnExtensionByKeys) {
-    const std::vector<Tile> items{Tile("a"), Tile("b"), Tile("c"), Tile("d")};
+    const std::vector<Tile> items = boardOf({"a", "b", "c", "d"}).tiles;
     Selection selection;
     selection.beginExtending(0);
-    selection.extendTo(2, items);
-    EXPECT_THAT(selection.apps(), ElementsAre("a", "b", "c"));
     selection.extendTo(1, items);
-    EXPECT_THAT(selection.apps(), ElementsAre("a", "b"));
     selection.beginSweep(Selection::Before::dropped);
     selection.sweepOver({"d"});
     EXPECT_FALSE(selection.isExtending());
     EXPECT_THAT(selection.apps(), ElementsAre("d"));
     selection.beginExtending(3);
     EXPECT_FALSE(selection.extendTo(9, items)) << "past the last item";
-    selection.drop([](const BundleID& id) { return id == "d"; });
-    EXPECT_TRUE(selection.apps().empty());
+}
+
+TEST(Selection, KeysSelectOneByOneOrWhatIsBetween) {
+    Launcher launcher(5);
+    launcher->setHighlight(4);
+    launcher.press(Qt::Key_Space, Qt::ControlModifier);
+    EXPECT_THAT(launcher->selected(), ElementsAre("a04"));
+    launcher->setHighlight(1);
+    launcher.press(Qt::Key_Right, Qt::ShiftModifier);
+    launcher.press(Qt::Key_Right, Qt::ShiftModifier);
+    EXPECT_THAT(launcher->selected(), ElementsAre("a01", "a02", "a03", "a04"));
+    launcher.press(Qt::Key_Left, Qt::ShiftModifier);
+    EXPECT_THAT(launcher->selected(), ElementsAre("a01", "a02", "a04")) << "and gives back";
+    launcher.press(Qt::Key_Left);
+    launcher.press(Qt::Key_Left, Qt::ShiftModifier);
+    EXPECT_THAT(launcher->selected(), ElementsAre("a00", "a01", "a02", "a04"))
+        << "a new stretch begins at the highlight";
+    launcher.model->hide({"a01"});
+    EXPECT_THAT(launcher->selected(), ElementsAre("a00", "a02", "a04"));
+    launcher.press(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(launcher->selected().size(), 4U);
 }
 
 } // namespace vellory::test

@@ -41,28 +41,19 @@ TEST(StartUp, ALaterRunKeepsTheBoardAndOnlyAddsAndDropsWhatChanged) {
     EXPECT_THAT(world.history(), IsEmpty()) << "nobody did anything";
 }
 
-TEST(StartUp, AnUnreadableBoardIsKeptBesideBeforeAFreshOneIsWritten) {
+TEST(StartUp, DamagedFilesReadAsEmptyAndTheBoardIsKeptBesideBeforeAFreshOneIsWritten) {
     const std::string futureTile = R"({"tiles": [{"widget": {"_0": "clock"}}]})";
     for (const std::string& content : {std::string("{\"tiles\": ["), std::string(), futureTile}) {
         World world;
         world.install({"a"});
-        world.folder.write("vellory/layout.json", content);
+        for (const char* file : {"layout", "usage", "launches", "workspaces"}) {
+            world.folder.write(std::string("vellory/") + file + ".json", content);
+        }
         world.start();
 
         EXPECT_EQ(world.onDisk(), "a");
         EXPECT_EQ(contentOf(world.paths().support() / "layout.json.unreadable"), content);
     }
-}
-
-TEST(StartUp, OtherBrokenFilesReadAsEmpty) {
-    World world;
-    for (const char* file : {"usage.json", "launches.json", "workspaces.json"}) {
-        world.folder.write(std::filesystem::path("vellory") / file, "{ no");
-    }
-    world.startWith({"a"}, board({app("a")}));
-    EXPECT_EQ(world.grid(), "a");
-    EXPECT_EQ(world.model->usage().count("a"), 0);
-    EXPECT_THAT(world.model->workspaces().all(), IsEmpty());
 }
 
 TEST(StartUp, NothingIsEverSavedBeforeTheBoardWasLoaded) {
@@ -145,25 +136,6 @@ TEST(StartUp, TheDockIconFollowsTheSettingAlsoLater) {
     world.model->prefs().setShowInDock(true);
     EXPECT_THAT(world.desktop.policies, ElementsAre(Desktop::ActivationPolicy::accessory,
                                                     Desktop::ActivationPolicy::regular));
-}
-
-TEST(StartUp, AnEmptyLaunchLogIsSeededOnceWithWhenAppsWereLastUsed) {
-    World world;
-    world.metadata.records = {{"old", {.lastUsed = Date::since2001(1)}},
-                              {"recent", {.lastUsed = Date::since2001(2)}}};
-    world.startWith({"never", "recent", "old"}, board({}));
-    EXPECT_THAT(world.model->launchLog().events, IsEmpty()) << "the desktop is asked meanwhile";
-    world.metadata.answer();
-    const auto stored = LaunchLog::load(world.paths().launchLog());
-    ASSERT_EQ(stored.events.size(), 2U);
-    EXPECT_EQ(stored.events.front().app, "old");
-    EXPECT_EQ(stored.events.back(), (LaunchLog::Event{"recent", Date::since2001(2), {}}));
-
-    world.metadata.records["never"].lastUsed = Date::since2001(3);
-    world.model.reset();
-    world.start();
-    world.metadata.answer();
-    EXPECT_EQ(world.model->launchLog(), stored) << "a log with events is left alone";
 }
 
 TEST(StartUp, TheModelTicksAsEachMinuteBegins) {

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
 
-#include "model/LauncherState.h"
+#include "model/Launcher.h"
 #include "model/TileMenu.h"
-#include "model/World.h"
 
 namespace vellory::test {
 namespace {
@@ -15,25 +14,24 @@ constexpr double left = 0.1;
 constexpr double middle = 0.5;
 constexpr double right = 0.9;
 
-struct Arranging : World {
-    std::unique_ptr<LauncherState> state;
-
-    Arranging(const std::vector<BundleID>& ids, const Board& grid) {
-        startWith(ids, grid);
-        state = std::make_unique<LauncherState>(*model);
+struct Arranging : Launcher {
+    Arranging(const std::vector<BundleID>& installed, const Board& grid)
+        : Launcher(installed, grid) {
         state->setPresented(true);
     }
 
     TileDrag& drag() { return state->drag(); }
     std::string arranged() { return drawn(board(drag().arranged())); }
-    bool press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        return state->handleKey({key, modifiers, {}});
+    /// Picks up a tile of the open folder and carries it out.
+    void takeOut(const char* tile) {
+        state->setOpenFolder(uuid(1));
+        drag().begin(tile);
+        drag().leaveFolder();
     }
 };
 
 Arranging five() {
-    return Arranging({"a", "b", "c", "d", "e"},
-                     board({app("a"), app("b"), app("c"), app("d"), app("e")}));
+    return Arranging({"a", "b", "c", "d", "e"}, boardOf({"a", "b", "c", "d", "e"}));
 }
 
 /// a [F: x y z] b
@@ -65,6 +63,15 @@ TEST(TileDrag, OthersMakeRoomAndOneMoveIsSavedWhenItIsLetGo) {
     EXPECT_EQ(world.onDisk(), "a c d b e");
     EXPECT_THAT(world.history(), ElementsAre("Moved"));
     EXPECT_FALSE(world.drag().isActive());
+
+    // The background is the end of the grid.
+    world.drag().begin("app:c");
+    world.drag().hover({17, middle});
+    EXPECT_TRUE(world.drag().isOverBackground());
+    EXPECT_EQ(world.arranged(), "a d b e c");
+    world.state->dropTile();
+    EXPECT_EQ(world.onDisk(), "a d b e c");
+    EXPECT_EQ(world.history().front(), "Moved_to_end");
 }
 
 TEST(TileDrag, EveryPlaceOnTheGridIsWhereTheTileLands) {
@@ -110,17 +117,6 @@ TEST(TileDrag, TheMiddleOfATileTakesAnAppInButNotAFolder) {
     EXPECT_FALSE(world.drag().target());
 }
 
-TEST(TileDrag, TheBackgroundIsTheEndOfTheGrid) {
-    Arranging world = five();
-    world.drag().begin("app:b");
-    world.drag().hover({17, middle});
-    EXPECT_TRUE(world.drag().isOverBackground());
-    EXPECT_EQ(world.arranged(), "a c d e b");
-    world.state->dropTile();
-    EXPECT_EQ(world.onDisk(), "a c d e b");
-    EXPECT_THAT(world.history(), ElementsAre("Moved_to_end"));
-}
-
 // --- Folders ---
 
 TEST(TileDrag, InAnOpenFolderAppsAreArrangedAndCanLeaveIt) {
@@ -144,33 +140,23 @@ TEST(TileDrag, InAnOpenFolderAppsAreArrangedAndCanLeaveIt) {
     EXPECT_EQ(world.history().front(), "Moved_out_of_folder");
 }
 
-TEST(TileDrag, LetGoBesideTheFolderItComesOutRightAfterIt) {
+TEST(TileDrag, OutOfAFolderItComesRightAfterItOrOntoAnotherTile) {
     Arranging world = withFolder();
-    world.state->setOpenFolder(uuid(1));
-    world.drag().begin("app:y");
-    world.drag().leaveFolder();
+    world.takeOut("app:y");
     world.state->dropTile();
     EXPECT_EQ(world.onDisk(), "a [F: x z] y b");
-}
-
-TEST(TileDrag, OutOfAFolderOntoAnotherTile) {
-    Arranging world = withFolder();
-    world.state->setOpenFolder(uuid(1));
-    world.drag().begin("app:x");
-    world.drag().leaveFolder();
-    world.drag().hover({2, middle});
+    world.takeOut("app:x");
+    world.drag().hover({3, middle});
     EXPECT_EQ(world.drag().target(), "app:b");
     world.state->dropTile();
-    EXPECT_EQ(world.onDisk(), "a [F: y z] [New folder: b x]");
+    EXPECT_EQ(world.onDisk(), "a [F: z] y [New folder: b x]");
 }
 
 // --- What must not happen ---
 
 TEST(TileDrag, EscapePutsEverythingBack) {
     Arranging world = withFolder();
-    world.state->setOpenFolder(uuid(1));
-    world.drag().begin("app:x");
-    world.drag().leaveFolder();
+    world.takeOut("app:x");
     world.drag().hover({0, left});
     world.press(Qt::Key_Escape);
     EXPECT_FALSE(world.drag().isActive());
@@ -237,23 +223,6 @@ TEST(TileDrag, KeysMoveATileAndAimItAtAnother) {
     world.press(Qt::Key_Tab);
     world.press(Qt::Key_Return);
     EXPECT_EQ(world.onDisk(), "b c [New folder: d a] e");
-}
-
-TEST(Selection, ShiftAndArrowsSelectWhatIsBetween) {
-    Arranging world = five();
-    world.state->setSelected({"e"});
-    world.state->setHighlight(1);
-    world.press(Qt::Key_Right, Qt::ShiftModifier);
-    world.press(Qt::Key_Right, Qt::ShiftModifier);
-    EXPECT_THAT(world.state->selected(), ElementsAre("b", "c", "d", "e"));
-    world.press(Qt::Key_Left, Qt::ShiftModifier);
-    EXPECT_THAT(world.state->selected(), ElementsAre("b", "c", "e")) << "and gives back";
-    world.press(Qt::Key_Left);
-    world.press(Qt::Key_Left, Qt::ShiftModifier);
-    EXPECT_THAT(world.state->selected(), ElementsAre("a", "b", "c", "e"))
-        << "a new stretch begins at the highlight";
-    world.press(Qt::Key_A, Qt::ControlModifier);
-    EXPECT_EQ(world.state->selected().size(), 5U);
 }
 
 // --- Menus ---

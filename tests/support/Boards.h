@@ -39,6 +39,20 @@ inline Board board(std::vector<Tile> tiles) {
     return out;
 }
 
+/// So many apps: "a00", "a01" and so on.
+inline std::vector<BundleID> numbered(int count) {
+    std::vector<BundleID> ids;
+    for (int i = 0; i < count; ++i) {
+        ids.push_back((i < 10 ? "a0" : "a") + std::to_string(i));
+    }
+    return ids;
+}
+
+/// A board of these apps, in this order.
+inline Board boardOf(const std::vector<BundleID>& apps) {
+    return board(std::vector<Tile>(apps.begin(), apps.end()));
+}
+
 /// The tiles in one line that fails readably: "a [Work: b c] d".
 inline std::string drawn(const Board& board) {
     std::string out;
