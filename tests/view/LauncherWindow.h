@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -29,13 +30,7 @@ class NoIcons final : public AppIcons {
 class LauncherWindow : public World {
   public:
     /// Opens the grid with apps "a00", "a01", …, after the board that an earlier run left behind.
-    void openWith(int count) {
-        std::vector<BundleID> ids;
-        for (int i = 0; i < count; ++i) {
-            ids.push_back(appID(i));
-        }
-        open(ids, board(std::vector<Tile>(tilesOf(ids))));
-    }
+    void openWith(int count) { open(numbered(count), boardOf(numbered(count))); }
 
     void open(const std::vector<BundleID>& installed, const Board& left) {
         startWith(installed, left);
@@ -49,15 +44,6 @@ class LauncherWindow : public World {
         controller->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&window()));
         settle();
-    }
-
-    static BundleID appID(int index) { return (index < 10 ? "a0" : "a") + std::to_string(index); }
-    static std::vector<Tile> tilesOf(const std::vector<BundleID>& ids) {
-        std::vector<Tile> tiles;
-        for (const BundleID& id : ids) {
-            tiles.emplace_back(id);
-        }
-        return tiles;
     }
 
     QQuickView& window() { return controller->window(); }
@@ -77,17 +63,19 @@ class LauncherWindow : public World {
 
     /// The delegate of a tile that can be seen now; null for none.
     QQuickItem* tile(const std::string& id) { return find(root(), QString::fromStdString(id)); }
-    QPoint middleOf(const std::string& id) {
-        const QQuickItem* item = tile(id);
-        EXPECT_NE(item, nullptr) << id << " is not on the screen";
+    QPoint middleOf(const std::string& id) { return pointOn(tile(id), id); }
+    /// A point of an item, at a share of its width; `what` tells which is missing.
+    static QPoint pointOn(const QQuickItem* item, const std::string& what, double across = 0.5) {
+        EXPECT_NE(item, nullptr) << what << " is not on the screen";
         return item == nullptr
                    ? QPoint()
-                   : item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
+                   : item->mapToScene({item->width() * across, item->height() / 2}).toPoint();
     }
     /// The control that assistive technology knows by this name; null for none that can be seen.
     static QQuickItem* controlOf(const QQuickWindow& in, const QString& name) {
         return named(accessible(in), name);
     }
+    QQuickItem* control(const QString& name) { return controlOf(window(), name); }
     static QAccessibleInterface* accessible(const QQuickWindow& window) {
         return QAccessible::queryAccessibleInterface(const_cast<QQuickWindow*>(&window));
     }
@@ -102,6 +90,16 @@ class LauncherWindow : public World {
         }
         return count;
     }
+    /// How many controls can be seen; each must have a name.
+    int countNamed() {
+        settle();
+        int count = 0;
+        std::vector<std::string> nameless;
+        walk(accessible(window()), count, nameless);
+        EXPECT_EQ(nameless, std::vector<std::string>());
+        return count;
+    }
+
     void click(const std::string& id, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         QTest::mouseClick(&window(), Qt::LeftButton, modifiers, middleOf(id));
     }
@@ -114,11 +112,82 @@ class LauncherWindow : public World {
         }
     }
 
+    void rightClick(QPoint at) {
+        QTest::mouseClick(&window(), Qt::RightButton, Qt::NoModifier, at);
+    }
+    /// Presses at a point and carries what lies there to another, in steps as a hand does.
+    void carry(QPoint from, QPoint to) {
+        constexpr int steps = 8;
+        QTest::mousePress(&window(), Qt::LeftButton, Qt::NoModifier, from);
+        for (int step = 1; step <= steps; ++step) {
+            QTest::mouseMove(&window(), from + (to - from) * step / steps);
+        }
+        QTest::mouseMove(&window(), to + QPoint(1, 0));
+    }
+    void letGo(QPoint at) {
+        QTest::mouseMove(&window(), at);
+        QTest::mouseRelease(&window(), Qt::LeftButton, Qt::NoModifier, at);
+        settle();
+    }
+    void drag(QPoint from, QPoint to) {
+        carry(from, to);
+        letGo(to);
+    }
+    /// One notch of the wheel down, over the middle of the grid.
+    void turnWheel() {
+        const QPoint middle(window().width() / 2, window().height() / 2);
+        QWheelEvent wheel(middle, window().mapToGlobal(middle), {}, {0, -120}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&window(), &wheel);
+    }
+    bool menuIsOpen() { return controller->viewModel().menu()->isOpen(); }
+    /// Moves down the open menu to the entry with this text.
+    void choose(const QString& text) {
+        settle();
+        const QVariantList entries = controller->viewModel().menu()->entries();
+        press(Qt::Key_Home);
+        for (const QVariant& entry : entries) {
+            if (entry.toMap().value("kind") == "separator") {
+                continue;
+            }
+            if (entry.toMap().value("text") == text) {
+                press(Qt::Key_Return);
+                settle();
+                return;
+            }
+            press(Qt::Key_Down);
+        }
+        FAIL() << "no entry " << text.toStdString();
+    }
+    /// Whether the keyboard is in a field that shows this text.
+    bool fieldBecomes(const QString& text) {
+        return eventually([&] { return window().activeFocusItem()->property("text") == text; });
+    }
+
     NoIcons icons;
     std::unique_ptr<LauncherState> state;
     std::unique_ptr<LauncherController> controller;
 
   private:
+    static void walk(QAccessibleInterface* item, int& count, std::vector<std::string>& nameless) {
+        if (item == nullptr || item->state().invisible) {
+            return;
+        }
+        static const std::set<QAccessible::Role> controls{
+            QAccessible::Button,   QAccessible::EditableText, QAccessible::CheckBox,
+            QAccessible::ListItem, QAccessible::RadioButton,  QAccessible::Dialog,
+            QAccessible::List,     QAccessible::ToolBar,      QAccessible::Grouping,
+            QAccessible::MenuItem, QAccessible::PageTab};
+        if (controls.contains(item->role())) {
+            ++count;
+            if (item->text(QAccessible::Name).isEmpty()) {
+                nameless.push_back(item->object()->metaObject()->className());
+            }
+        }
+        for (int i = 0; i < item->childCount(); ++i) {
+            walk(item->child(i), count, nameless);
+        }
+    }
     static QQuickItem* named(QAccessibleInterface* below, const QString& name) {
         if (below == nullptr || below->state().invisible) {
             return nullptr;

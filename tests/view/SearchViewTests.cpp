@@ -48,8 +48,7 @@ class SearchViewTest : public testing::Test, public LauncherWindow {
     }
     void clickOn(const QQuickItem* item) {
         ASSERT_NE(item, nullptr);
-        QTest::mouseClick(&window(), Qt::LeftButton, Qt::NoModifier,
-                          item->mapToScene({item->width() / 2, item->height() / 2}).toPoint());
+        QTest::mouseClick(&window(), Qt::LeftButton, Qt::NoModifier, pointOn(item, "it"));
     }
 };
 
@@ -141,7 +140,7 @@ TEST_F(SearchViewTest, TypingAndReturnWithoutWaitingNeverOpensAWrongApp) {
     state->setKeepOpen(true);
     int wrong = 0;
     for (int run = 0; run < 300; ++run) {
-        const std::string id = appID(run * 37 % 100);
+        const std::string id = numbered(100)[static_cast<std::size_t>(run * 37 % 100)];
         runningApps.asked.clear();
         runningApps.completions.clear();
         type(id.c_str());

@@ -61,14 +61,8 @@ class WorkspaceViewTest : public testing::Test, public LauncherWindow {
                          .toStdString();
     }
 
-    /// The control that assistive technology knows by this name; null for none that can be seen.
-    QQuickItem* control(const QString& name) { return controlOf(window(), name); }
     QPoint middleOfControl(const QString& name) {
-        QQuickItem* item = control(name);
-        EXPECT_NE(item, nullptr) << "no control " << name.toStdString();
-        return item == nullptr
-                   ? QPoint()
-                   : item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
+        return pointOn(control(name), name.toStdString());
     }
     /// Brings a control of the editor into view and clicks it.
     void clickControl(const QString& name) {
@@ -90,64 +84,7 @@ class WorkspaceViewTest : public testing::Test, public LauncherWindow {
     }
     void rightClickControl(const QString& name) {
         window().grabWindow();
-        QTest::mouseClick(&window(), Qt::RightButton, Qt::NoModifier, middleOfControl(name));
-    }
-    void choose(const QString& text) {
-        settle();
-        const QVariantList entries = controller->viewModel().menu()->entries();
-        press(Qt::Key_Home);
-        for (const QVariant& entry : entries) {
-            if (entry.toMap().value("kind") == "separator") {
-                continue;
-            }
-            if (entry.toMap().value("text") == text) {
-                press(Qt::Key_Return);
-                settle();
-                return;
-            }
-            press(Qt::Key_Down);
-        }
-        FAIL() << "no entry " << text.toStdString();
-    }
-    void carry(QPoint from, QPoint to) {
-        constexpr int steps = 8;
-        QTest::mousePress(&window(), Qt::LeftButton, Qt::NoModifier, from);
-        for (int step = 1; step <= steps; ++step) {
-            QTest::mouseMove(&window(), from + (to - from) * step / steps);
-        }
-        QTest::mouseMove(&window(), to + QPoint(1, 0));
-        QTest::mouseRelease(&window(), Qt::LeftButton, Qt::NoModifier, to);
-        settle();
-    }
-
-    /// The controls that can be seen; each must have a name.
-    int countNamed() {
-        settle();
-        int count = 0;
-        std::vector<std::string> nameless;
-        walk(QAccessible::queryAccessibleInterface(&window()), count, nameless);
-        EXPECT_THAT(nameless, testing::IsEmpty());
-        return count;
-    }
-
-  private:
-    static void walk(QAccessibleInterface* item, int& count, std::vector<std::string>& nameless) {
-        if (item == nullptr || item->state().invisible) {
-            return;
-        }
-        static const std::set<QAccessible::Role> controls{
-            QAccessible::Button,   QAccessible::EditableText, QAccessible::CheckBox,
-            QAccessible::ListItem, QAccessible::RadioButton,  QAccessible::Dialog,
-            QAccessible::List,     QAccessible::ToolBar,      QAccessible::Grouping};
-        if (controls.contains(item->role())) {
-            ++count;
-            if (item->text(QAccessible::Name).isEmpty()) {
-                nameless.push_back(item->object()->metaObject()->className());
-            }
-        }
-        for (int i = 0; i < item->childCount(); ++i) {
-            walk(item->child(i), count, nameless);
-        }
+        rightClick(middleOfControl(name));
     }
 };
 
