@@ -14,7 +14,7 @@
 #include <xcb/xcb.h>
 
 #include "desktop/DesktopSession.h"
-#include "desktop/PollLoop.h"
+#include "desktop/MainLoop.h"
 #include "platform/linux/apps/LinuxAppCatalogue.h"
 #include "platform/linux/apps/LinuxRunningApps.h"
 #include "platform/linux/windows/LinuxWindowPlacer.h"
@@ -85,7 +85,7 @@ class Desk {
     }
 
     test::DesktopSession session_;
-    test::PollLoop loop_;
+    test::MainLoop loop_;
     std::unique_ptr<X11Connection> connection_;
     std::shared_ptr<DesktopEntries> entries_;
 };
@@ -152,4 +152,8 @@ BENCHMARK(capturingWindows)
 
 } // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+}

@@ -13,7 +13,7 @@
 #include <benchmark/benchmark.h>
 
 #include "desktop/DesktopSession.h"
-#include "desktop/PollLoop.h"
+#include "desktop/MainLoop.h"
 #include "model/WorkspaceRunner.h"
 #include "platform/linux/apps/LinuxAppCatalogue.h"
 #include "platform/linux/apps/LinuxRunningApps.h"
@@ -72,7 +72,7 @@ class Desk {
 
   private:
     test::DesktopSession session_;
-    test::PollLoop loop_;
+    test::MainLoop loop_;
     test::FakeDesktop desktop_;
     test::FakeDisplays displays_;
     test::FakeClock clock_;
@@ -106,4 +106,8 @@ BENCHMARK(openingAWorkspace)
 
 } // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+}

@@ -113,7 +113,6 @@ TEST_F(AppStartsTest, StartedAppGetsAScopeOfItsOwn) {
     session.addApp("org.test-er", "--class tester");
     begin();
     EXPECT_EQ(open("org.test-er"), "");
-    const auto tick = loop.every(0.01, [] {}); // The calls come on another thread.
     ASSERT_TRUE(becomesRunning("org.test-er"));
     const auto scopeCall = [&] {
         for (const std::string& call : systemd.calls()) {

@@ -11,7 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "DesktopSession.h"
-#include "PollLoop.h"
+#include "MainLoop.h"
 #include "platform/linux/GLibPointers.h"
 #include "platform/linux/session/SessionBus.h"
 
@@ -59,7 +59,7 @@ class ApplicationBusTest : public testing::Test {
     }
 
     DesktopSession session;
-    PollLoop loop;
+    MainLoop loop;
     bool obeys = true;
     std::vector<LinkRequest> requests;
     std::optional<ApplicationBus> bus;

@@ -39,7 +39,6 @@ class DefaultAppsTest : public LauncherOnDesktop {
 
     /// What the app was started with, once it is.
     std::string arguments(const std::string& id) {
-        const auto tick = loop.every(0.01, [] {});
         EXPECT_TRUE(loop.runUntil([&] { return std::filesystem::exists(session.reportFile(id)); }));
         std::string words = session.report(id)["argv"];
         std::filesystem::remove(session.reportFile(id));

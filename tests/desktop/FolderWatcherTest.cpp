@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "PollLoop.h"
+#include "MainLoop.h"
 #include "platform/linux/desktop/LinuxFolderWatcher.h"
 #include "support/TemporaryFolder.h"
 
@@ -39,7 +39,7 @@ class FolderWatcherTest : public testing::Test {
         return loop.runUntil([&] { return isOver; }) && changes == before;
     }
 
-    PollLoop loop;
+    MainLoop loop;
     TemporaryFolder folder;
     TemporaryFolder beside;
     LinuxFolderWatcher watcher{loop};

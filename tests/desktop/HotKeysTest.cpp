@@ -8,7 +8,7 @@
 #include <xcb/xcb_keysyms.h>
 
 #include "DesktopSession.h"
-#include "PollLoop.h"
+#include "MainLoop.h"
 #include "platform/linux/windows/LinuxHotKeys.h"
 #include "platform/linux/windows/X11Connection.h"
 #include "support/Child.h"
@@ -38,7 +38,7 @@ class HotKeysTest : public testing::Test {
     }
 
     DesktopSession session;
-    PollLoop loop;
+    MainLoop loop;
     std::vector<std::string> pressed;
     std::unique_ptr<LinuxHotKeys> keys =
         std::make_unique<LinuxHotKeys>(session.environment(), loop);
@@ -101,7 +101,6 @@ TEST_F(HotKeysTest, ShortcutFollowsItsLetterToAnotherKey) {
     xcb_change_keyboard_mapping(other->get(), 1, keyW, 2, j.data());
     xcb_change_keyboard_mapping(other->get(), 1, keyJ, 2, w.data());
     other->serverTime();
-    const auto tick = loop.every(0.01, [&] {});
     // The news of it is on its way: it is typed until it has arrived.
     ASSERT_TRUE(loop.runUntil([&] {
         type({"ctrl+alt+w"});

@@ -11,7 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "DesktopSession.h"
-#include "PollLoop.h"
+#include "MainLoop.h"
 #include "WindowView.h"
 #include "platform/linux/apps/LinuxAppCatalogue.h"
 #include "platform/linux/apps/LinuxRunningApps.h"
@@ -66,7 +66,7 @@ class LauncherOnDesktop : public testing::Test {
     }
 
     DesktopSession session;
-    PollLoop loop;
+    MainLoop loop;
     WindowView view{session, loop};
     std::shared_ptr<DesktopEntries> entries;
     std::vector<InstalledApp> installed;

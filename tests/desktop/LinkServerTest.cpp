@@ -16,7 +16,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-#include "PollLoop.h"
+#include "MainLoop.h"
 #include "Support/Link.h"
 #include "support/Child.h"
 #include "support/HostileTexts.h"
@@ -115,7 +115,7 @@ class LinkServerTest : public testing::Test {
 
     TemporaryFolder folder;
     fs::path socket = InstanceSocket::in(folder.path() / "runtime");
-    PollLoop loop;
+    MainLoop loop;
     std::vector<LinkRequest> requests;
     std::optional<LinkServer> server;
 };

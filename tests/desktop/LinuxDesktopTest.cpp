@@ -31,8 +31,6 @@ TEST_F(LinuxDesktopTest, BadgesFollowWhatAppsAnnounce) {
     begin();
     const LinuxDesktop desktop(session.environment(), *apps, http, loop);
     EXPECT_THAT(desktop.badges(), IsEmpty());
-    // The port offers no event for badges: they are asked for. A repeated question is no wait.
-    const auto tick = loop.every(0.01, [] {});
     {
         FakeService mail(session, "org.test.Mail");
         const auto say = [&](const char* uri, const char* properties) {

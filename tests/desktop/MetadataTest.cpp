@@ -6,7 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "PollLoop.h"
+#include "MainLoop.h"
 #include "Support/AtomicFile.h"
 #include "platform/linux/apps/LinuxAppCatalogue.h"
 #include "platform/linux/desktop/LinuxMetadata.h"
@@ -62,7 +62,7 @@ class MetadataTest : public testing::Test {
     }
 
     TemporaryFolder folder;
-    PollLoop loop;
+    MainLoop loop;
     std::shared_ptr<DesktopEntries> entries;
     std::vector<InstalledApp> apps;
     std::unique_ptr<LinuxMetadata> metadata;

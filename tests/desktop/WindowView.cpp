@@ -8,7 +8,7 @@
 
 namespace vellory::test {
 
-WindowView::WindowView(const DesktopSession& session, PollLoop& loop)
+WindowView::WindowView(const DesktopSession& session, MainLoop& loop)
     : loop_(loop), connection_(X11Connection::open(session.environment().value("DISPLAY"))) {}
 
 std::vector<std::uint32_t> WindowView::values(xcb_window_t window, const std::string& property) {
@@ -87,7 +87,6 @@ bool WindowView::iconify(xcb_window_t window) {
 }
 
 bool WindowView::waitFor(const std::function<bool()>& done) {
-    const auto tick = loop_.every(0.01, [] {}); // What is asked for comes on no descriptor.
     connection_->flush();
     return loop_.runUntil(done) && settle();
 }
@@ -95,7 +94,6 @@ bool WindowView::waitFor(const std::function<bool()>& done) {
 bool WindowView::settle() {
     // It takes what it is asked in order, so its answer to this comes after all the rest.
     const auto& ewmh = *connection_->ewmh();
-    const auto tick = loop_.every(0.01, [] {});
     // Twice: what it does makes events for itself, which it has seen with the second answer.
     for (int round = 0; round < 2; ++round) {
         xcb_delete_property(connection_->get(), connection_->ownWindow(), ewmh._NET_FRAME_EXTENTS);

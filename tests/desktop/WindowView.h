@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "DesktopSession.h"
-#include "PollLoop.h"
+#include "MainLoop.h"
 #include "Workspaces/Workspace.h"
 #include "platform/linux/windows/X11Connection.h"
 
@@ -16,7 +16,7 @@ namespace vellory::test {
 /// The windows of a session as somebody beside the launcher sees them.
 class WindowView {
   public:
-    WindowView(const DesktopSession& session, PollLoop& loop);
+    WindowView(const DesktopSession& session, MainLoop& loop);
 
     /// The window manager's list, in its order.
     std::vector<xcb_window_t> listed();
@@ -42,7 +42,7 @@ class WindowView {
     bool waitFor(const std::function<bool()>& done);
     std::vector<std::uint32_t> values(xcb_window_t window, const std::string& property);
 
-    PollLoop& loop_;
+    MainLoop& loop_;
     std::unique_ptr<X11Connection> connection_;
 };
 

@@ -37,7 +37,7 @@ int inChild(Body body) {
 struct Spawn {
     int output = STDOUT_FILENO; ///< where its standard output goes
     int error = STDERR_FILENO;
-    std::vector<std::string> environment; ///< ours when empty
+    std::vector<std::string> environment = {}; ///< ours when empty
     std::filesystem::path folder = ".";
 };
 
