@@ -37,8 +37,12 @@ class StrictReading {
     /// Damages `value`, a part of `whole_`, and what is in it; all stands as before afterwards.
     void damage(json::Value& value, const std::string& name) {
         const json::Value kept = value;
-        value = kept.is_string() ? json::Value(7) : json::Value("text");
-        expectRead(false, name + " of another type");
+        for (const json::Value& other : {json::Value("text"), json::Value(7), json::Value(true)}) {
+            if (other.type() != kept.type() && !(other.is_number() && kept.is_number())) {
+                value = other;
+                expectRead(false, name + " of another type");
+            }
+        }
         if (kept.is_number_integer()) {
             value = 0.5;
             expectRead(false, name + " with a fraction");

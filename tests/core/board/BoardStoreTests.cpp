@@ -62,10 +62,7 @@ struct BoardStoreTest : testing::Test {
 TEST(VelloryPaths, AllMoveWithTheOverride) {
     EXPECT_EQ(VelloryPaths("/data").layout(), "/data/vellory/layout.json");
     const VelloryPaths scratch("/data", "/scratch");
-    EXPECT_EQ(scratch.support(), "/scratch");
-    EXPECT_EQ(scratch.layout(), "/scratch/layout.json");
     EXPECT_EQ(scratch.layoutHistory(), "/scratch/LayoutHistory");
-    EXPECT_EQ(scratch.launchLog(), "/scratch/launches.json");
     EXPECT_EQ(scratch.desk(), "/scratch/DeskHistory");
 }
 

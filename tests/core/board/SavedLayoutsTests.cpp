@@ -61,13 +61,10 @@ TEST(SavedLayouts, FileNameIsTheNameWithoutWhatAFileNameCannotHold) {
         {"Work/Home", "Work-Home.json"},
         {"a:b/c", "a-b-c.json"},
         {"", "Layout.json"},
-        {"//", "--.json"},
-        {".", "..json"},
         {"..", "...json"},
         {"../../etc/passwd", "..-..-etc-passwd.json"},
         {".hidden", ".hidden.json"},
         {std::string("a\0b\nc", 5), "a-b-c.json"},
-        {"x.json", "x.json.json"},
         {"bad\xff", "bad\uFFFD.json"},
         {"Büro 🏢", "Büro 🏢.json"},
     };

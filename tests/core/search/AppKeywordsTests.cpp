@@ -90,15 +90,12 @@ TEST(AppKeywords, ScoreAsksForAllOfTwoWordsAndHalfOfMore) {
         {"edit songs", 0},                // one of two
         {"edit songs podcasts", 0},       // one of three needs two
         {"edit photos songs", 2},         // two of three
-        {"edit photos songs mail", 2},    // two of four
         {"edit songs mail chat", 0},      // one of four
         {"edit photo song mail chat", 0}, // two of five need three
-        {"photo photos", 2},
-        {"phot", 0}, // part of a keyword
+        {"phot", 0},                      // part of a keyword
         {"lumen", 1},
         {"open the app", 0},
         {"", 0},
-        {"?!", 0},
     };
     for (const auto& [query, score] : cases) {
         EXPECT_EQ(AppKeywords::score(query, photography), score) << query;

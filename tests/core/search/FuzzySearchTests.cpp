@@ -32,19 +32,13 @@ TEST(FuzzySearch, TiersAndWhatTheyDeduct) {
         // Whole name, however it is written.
         {"safari", "Safari", 1000},
         {"cafe", "Café", 1000},
-        {"CAFÉ ", "  cafe", 1000},
         {"ｆｉｎｄｅｒ", "Finder", 1000},
-        {"привет", "Привет", 1000},
         // Beginning: only what the query leaves is deducted, and never more than 99.
         {"safari", "Safari Technology Preview", 900 - 19},
-        {"p", "PhotoBooth", 900 - 9},
         {"go", longName, 900 - 99},
-        {"日", "日本語", 900 - 2},
         // A later word: the whole name's length is deducted.
         {"code", "Visual Studio Code", 800 - 18},
         {"b", "a.b", 800 - 3},
-        {"b", "a-b", 800 - 3},
-        {"b", "a_b", 800 - 3},
         {"x", "go x" + longName, 800 - 99},
         {"code", "xcode .code", 800 - 11},
         // Initials of words, then of words inside words.
@@ -53,10 +47,8 @@ TEST(FuzzySearch, TiersAndWhatTheyDeduct) {
         {"im", "iMovie", 900 - 4},
         {"abab", "A B", 700},
         {"ops", "Obs PhotoStudio", 700},
-        {"вс", "Виктор Сергеев", 700},
         // Inside.
         {"otoshop", "Photoshop", 600 - 9},
-        {"udio co", "Visual Studio Code", 600 - 18},
         {"foo", "-foo", 600 - 4}, // its only word is the first
         // Characters in order, with some skipped; the first ones cost nothing.
         {"otob", "Photo Booth", 400 - 10},
@@ -64,18 +56,12 @@ TEST(FuzzySearch, TiersAndWhatTheyDeduct) {
         {"xz", "aaax12345678901234567890123456789012345678901z", 400 - 300},
         // One typo at the beginning of the name or a word.
         {"sfaari", "Safari", 300},
-        {"zafari", "Safari", 300},
         {"saafari", "Safari", 300},
         {"afarii", "Safari", std::nullopt},
         {"stduio", "Visual Studio Code", 300},
-        {"stduix", "Visual Studio Code", std::nullopt},
         {"кдое", "Студия Кодер", 300},
-        {"кдео", "Студия Кодер", std::nullopt},
-        {"кдор", "Студия Кодр", 300},
         {"cafż", "cafe", 300}, // ż counts as z
-        {"caf日", "cafe", 300},
         // No match.
-        {"xyz", "Safari", std::nullopt},
         {"asf", "Safari", std::nullopt}, // three characters are too few for a typo
         {"s", "", std::nullopt},
         {"", "", 0},

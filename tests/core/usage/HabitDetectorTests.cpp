@@ -40,6 +40,8 @@ TEST(HabitDetector, ThreeAppsOnThreeDaysAtOneTimeAreAHabit) {
     ASSERT_THAT(found(log), ElementsAre(habit));
     EXPECT_EQ(habit.id(), "A+B+C");
     EXPECT_EQ(habit.hour(), 9);
+    EXPECT_THAT(workspace({{"A"}, 3, {2, 4}, 545}, "", OpenAtTime::yes, Uuid::random).triggers,
+                ElementsAre(Workspace::Trigger::schedule({2, 4}, 9, 5)));
 }
 
 TEST(HabitDetector, WhatFallsShortIsNoHabit) {
@@ -259,21 +261,6 @@ TEST(HabitDetector, NumbersOutOfRangeAreHarmless) {
         EXPECT_EQ(found(log, {.limit = n}).size(), n > 0 ? 1U : 0U);
     }
     EXPECT_THAT(found(HabitLog{}), IsEmpty());
-}
-
-TEST(HabitDetector, HabitBecomesAWorkspaceThatMayOpenByItself) {
-    const Habit habit{{"A", "B"}, 3, {2, 4}, 545};
-    Workspace expected;
-    expected.id = Uuid({7});
-    expected.name = "Morning";
-    expected.symbol = "sparkles";
-    expected.items = {Workspace::Item::app("A"), Workspace::Item::app("B")};
-    const auto made = [&](OpenAtTime opens) {
-        return workspace(habit, "Morning", opens, [] { return Uuid({7}); });
-    };
-    EXPECT_EQ(made(OpenAtTime::no), expected);
-    expected.triggers = {Workspace::Trigger::schedule({2, 4}, 9, 5)};
-    EXPECT_EQ(made(OpenAtTime::yes), expected);
 }
 
 } // namespace

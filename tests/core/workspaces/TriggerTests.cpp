@@ -111,15 +111,6 @@ TEST(TriggerEngine, LinkNamesAWorkspaceByNameOrIdentifier) {
               list.back());
 }
 
-TEST(TriggerState, DisplaysFireOnceWhileConnected) {
-    TriggerState state({"Built-in"});
-    EXPECT_THAT(state.displaysChanged({"Built-in"}), IsEmpty());
-    EXPECT_THAT(state.displaysChanged({"Office", "Built-in"}), ElementsAre("Office"));
-    EXPECT_THAT(state.displaysChanged({"Built-in", "Office"}), IsEmpty());
-    EXPECT_THAT(state.displaysChanged({}), IsEmpty());
-    EXPECT_THAT(state.displaysChanged({"Built-in"}), ElementsAre("Built-in"));
-}
-
 TEST(TriggerState, FocusFiresOnceUntilAnotherOneComes) {
     TriggerState state;
     EXPECT_FALSE(state.focusChanged(""));
