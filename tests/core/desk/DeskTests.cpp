@@ -43,6 +43,8 @@ TEST(DeskSnapshot, SameDeskLooksAtAppsAndFramesOnly) {
     using Change = void (*)(DeskSnapshot&);
     const std::vector<std::pair<Change, bool>> cases{
         {[](DeskSnapshot& d) { d = desk(at(1, 0), Reason::manual); }, true},
+        {[](DeskSnapshot& d) { d.workspace.reset(); }, true},
+        {[](DeskSnapshot& d) { d.windows[1].bundleID = "mail"; }, false},
         {[](DeskSnapshot& d) { d.windows[0].screenName = "Other"; }, true},
         {[](DeskSnapshot& d) { d.apps = {"mail", "editor", "mail"}; }, true},
         {[](DeskSnapshot& d) { d.apps.push_back("web"); }, false},

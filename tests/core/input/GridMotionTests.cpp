@@ -68,20 +68,27 @@ TEST(GridMotion, PageTargetFollowsDragsAndFlicks) {
         int target;
     };
     const Case cases[] = {
-        {3, {0, 0}, 10, 3},         {3, {0, 700}, 10, 2}, // a flick alone
-        {3, {0, -700}, 10, 4},      {3, {0, 650}, 10, 3}, // exactly the flick's speed is none
+        {3, {0, 0}, 10, 3},
+        {3, {0, 700}, 10, 2}, // a flick alone
+        {3, {0, -700}, 10, 4},
+        {3, {0, 650}, 10, 3}, // exactly the flick's speed is none
+        {3, {0, -650}, 10, 3},
         {3, {250, 0}, 10, 3},    // exactly a quarter of the page turns nothing
         {3, {251, 0}, 10, 2},    //
         {3, {-251, 0}, 10, 4},   //
         {3, {170, 600}, 10, 2},  // 170 + 96 of momentum
         {3, {-300, 600}, 10, 3}, // the momentum takes the drag back: -204
-        {3, {-1700, -3000}, 10, 5}, {3, {-1700, -3000}, 5, 4}, // clamped
-        {3, {-1700, -2600}, 10, 4},                            // far, but not fast enough for two
-        {3, {-100, -3000}, 10, 4},                             // fast, but only 580 far
-        {1, {1700, 3000}, 10, 0},   {0, {400, 700}, 1, 0},     // a single page
-        {7, {0, 0}, 3, 2},                                     // a page that is gone
-        {-4, {0, 0}, 3, 0},         {greatest, {0, -700}, greatest, greatest - 1},
-        {3, {nan, nan}, 10, 3},     {3, {inf, 0}, 10, 2},
+        {3, {-1700, -3000}, 10, 5},
+        {3, {-1700, -3000}, 5, 4},  // clamped
+        {3, {-1700, -2600}, 10, 4}, // far, but not fast enough for two
+        {3, {-100, -3000}, 10, 4},  // fast, but only 580 far
+        {1, {1700, 3000}, 10, 0},
+        {0, {400, 700}, 1, 0}, // a single page
+        {7, {0, 0}, 3, 2},     // a page that is gone
+        {-4, {0, 0}, 3, 0},
+        {greatest, {0, -700}, greatest, greatest - 1},
+        {3, {nan, nan}, 10, 3},
+        {3, {inf, 0}, 10, 2},
     };
     for (const Case& c : cases) {
         EXPECT_EQ(pageTarget(c.current, c.drag, width, c.pageCount), c.target)

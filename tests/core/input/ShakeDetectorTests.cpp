@@ -164,6 +164,12 @@ TEST(ShakeDetector, ClockThatRunsBackwardsDoesNotSilenceIt) {
     hand.time -= 1000;
     hand.strokes(4, 50);
     EXPECT_THAT(hand.fired, SizeIs(2));
+    // Turns of another time are no part of a shake now.
+    Hand torn(Sensitivity::gentle);
+    torn.strokes(3, 50);
+    torn.time -= 1000;
+    torn.stroke(-50);
+    EXPECT_THAT(torn.fired, IsEmpty());
 }
 
 TEST(ShakeDetector, SensitivityIsStoredByName) {

@@ -31,10 +31,10 @@ TEST(Calculator, ValueOfASum) {
 
 TEST(Calculator, NamesOfConstantsAndFunctions) {
     const std::pair<std::string_view, double> cases[] = {
-        {"pi", pi},       {"e*1", e},        {"sqrt(16)", 4},     {"SQRT 2", std::numbers::sqrt2},
+        {"pi", pi},       {"e*1", e},      {"sqrt(16)", 4},   {"SQRT 2", std::numbers::sqrt2},
         {"sqrt4^2", 4}, // a function takes what follows at once
-        {"sin(pi/2)", 1}, {"tan(0)", 0},     {"log(1000)", 3},    {"ln(e)", 1},
-        {"abs(-3)", 3},   {"round(2.5)", 3}, {"round(-2.5)", -3},
+        {"sin(pi/2)", 1}, {"cos(pi)", -1}, {"tan(0)", 0},     {"log(1000)", 3},
+        {"ln(e)", 1},     {"abs(-3)", 3},  {"round(2.5)", 3}, {"round(-2.5)", -3},
     };
     for (const auto& [text, value] : cases) {
         const auto result = Calculator::evaluate(text);
@@ -102,9 +102,11 @@ TEST(Calculator, FormatsForPeople) {
         {-0.0, "en_US", "0"},
         {999999999999999, "en_US", "999,999,999,999,999"},
         {1e15, "en_US", "1e+15"},
+        {-1e15, "en_US", "-1e+15"},
         {1.23456789e20, "de_DE", "1.23457e+20"},
         {0.000001, "en_US", "0.000001"},
         {0.0000001, "en_US", "1e-07"},
+        {-0.00000012345678, "en_US", "-1.23457e-07"},
         {std::numeric_limits<double>::infinity(), "en_US", "inf"},
     };
     for (const Case& c : cases) {

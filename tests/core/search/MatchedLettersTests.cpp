@@ -31,6 +31,7 @@ TEST(MatchedLetters, AreThoseOfTheRuleByWhichTheNameScores) {
         {"code", "Visual Studio Code", "Visual Studio [Code]"},
         {"vsc", "Visual Studio Code", "[V]isual [S]tudio [C]ode"},
         {"vscvs", "Visual Studio Code", "[V]isual [S]tudio [C]ode"}, // the first letters twice over
+        {"pb", "PhotoBooth", "[P]hoto[B]ooth"},
         {"oto", "Photo Booth", "Ph[oto] Booth"},
         {"otob", "Photo Booth", "Ph[oto] [B]ooth"},
         {"sfaari", "Safari", "Safari"}, // a typo: no letter is sure

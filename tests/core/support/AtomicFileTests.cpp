@@ -35,6 +35,7 @@ TEST(AtomicFile, WritesAndReadsAnyBytes) {
         EXPECT_EQ(contentOf(file), content);
     }
     EXPECT_THAT(namesIn(folder.path()), ElementsAre("a.json"));
+    EXPECT_TRUE(AtomicFile::createFolder(fs::path("plain").parent_path()));
 }
 
 TEST(AtomicFile, ReadsOnlyRegularFilesOfABearableSize) {

@@ -86,6 +86,7 @@ TEST(Link, DecodingIsStrictAndHappensOnce) {
         {"%2F..%2f", "/../"},
         {"ä", "ä"},
         {"%", std::nullopt},
+        {"%4g", std::nullopt},
         {"%-1", std::nullopt},
         {"%C3", std::nullopt},
         {"%C0%AF", std::nullopt},
