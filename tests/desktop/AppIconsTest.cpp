@@ -23,6 +23,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// Whether the theme has changed is looked at every time.
+constexpr std::chrono::milliseconds always{0};
 constexpr std::uint32_t red = 0xFFFF0000;
 constexpr std::uint32_t green = 0xFF00FF00;
 constexpr std::uint32_t blue = 0xFF0000FF;
@@ -61,7 +63,7 @@ class AppIconsTest : public testing::Test {
         return {{"HOME=" + base + "/home", "XDG_DATA_DIRS=" + base + "/system"}};
     }
     LinuxAppIcons icons(const std::string& theme = "Mine") const {
-        return LinuxAppIcons({environment(), folder.path() / "cache", theme});
+        return LinuxAppIcons({environment(), folder.path() / "cache", theme, always});
     }
     /// What an app with this icon shows.
     std::optional<Image> drawn(const fs::path& icon, int pixels = 64) const {

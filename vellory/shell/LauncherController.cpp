@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "shell/LauncherController.h"
 
+#include <tuple>
+
 #include <QCursor>
 #include <QDir>
+#include <QFontInfo>
 #include <QGuiApplication>
 #include <QPointer>
 #include <QScreen>
@@ -50,6 +53,10 @@ LauncherController::~LauncherController() = default;
 
 void LauncherController::expectShow() {
     keyCatcher_.start();
+    // The first text waits until all fonts of the machine are known.
+    fonts_ = std::async(std::launch::async, [font = QGuiApplication::font()] {
+        std::ignore = QFontInfo(font).family();
+    });
     provideGradient(pixelsOf(*screenWithPointer()));
     createEngine();
 }

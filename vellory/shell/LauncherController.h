@@ -95,6 +95,7 @@ class LauncherController : public QObject {
     SuggestionsViewModel suggestionsModel_;
     SettingsViewModel settings_;
     WorkspacesViewModel workspaces_;
+    std::future<void> fonts_; ///< are being read
     std::unique_ptr<QQmlEngine> engine_;
     std::unique_ptr<QQmlComponent> mainView_; ///< what `view_` shows, compiled ahead
     std::unique_ptr<QQuickView> view_;

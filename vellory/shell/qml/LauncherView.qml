@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-pragma ComponentBehavior: Bound
 import QtQuick
 import Vellory
 
 // The launcher over the whole display: backdrop, search field, grid, folder panel and notices.
+// Components are not bound here: Qt 6.4 refuses to load a bound one in a Loader.
 FocusScope {
     id: view
 
@@ -263,12 +263,15 @@ FocusScope {
             onDone: searchField.takeFocus()
         }
 
-        EmptyState {
+        // What is seldom there is made when it is wanted: a start does not wait for it.
+        Loader {
             anchors.centerIn: parent
-            visible: !view.launcher.searching && view.launcher.tiles.count === 0
-            readonly property bool narrowed: view.launcher.restriction.name !== "" && !view.launcher.restriction.lifted
-            title: narrowed ? qsTr("No apps in “%1”").arg(view.launcher.restriction.name) : qsTr("No apps yet")
-            text: narrowed ? qsTr("“Show all apps” brings the others back.") : qsTr("Apps appear here as soon as they are installed.")
+            active: !view.launcher.searching && view.launcher.tiles.count === 0
+            sourceComponent: EmptyState {
+                readonly property bool narrowed: view.launcher.restriction.name !== "" && !view.launcher.restriction.lifted
+                title: narrowed ? qsTr("No apps in “%1”").arg(view.launcher.restriction.name) : qsTr("No apps yet")
+                text: narrowed ? qsTr("“Show all apps” brings the others back.") : qsTr("Apps appear here as soon as they are installed.")
+            }
         }
 
         SearchField {
@@ -280,18 +283,24 @@ FocusScope {
             suggestions: view.suggestions
         }
 
-        FilterChip {
-            objectName: "filterChip"
+        Loader {
             anchors { left: searchField.right; leftMargin: 2 * Theme.unit; verticalCenter: searchField.verticalCenter }
-            restriction: view.launcher.restriction
+            active: view.launcher.restriction.name !== ""
+            sourceComponent: FilterChip {
+                objectName: "filterChip"
+                restriction: view.launcher.restriction
+            }
         }
 
-        SessionCapsule {
-            objectName: "sessionCapsule"
+        Loader {
             anchors { right: searchField.left; rightMargin: 2 * Theme.unit; verticalCenter: searchField.verticalCenter }
-            room: searchField.x - 4 * Theme.unit
-            enabled: !view.covered
-            session: view.workspaces.session
+            active: view.workspaces.session.running
+            sourceComponent: SessionCapsule {
+                objectName: "sessionCapsule"
+                room: searchField.x - 4 * Theme.unit
+                enabled: !view.covered
+                session: view.workspaces.session
+            }
         }
 
         PageDots {
@@ -306,16 +315,19 @@ FocusScope {
         }
     }
 
-    HabitBar {
+    Loader {
         id: habitBar
 
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.bottom: parent.bottom
         anchors.bottomMargin: Theme.habitBarEdge
-        room: view.width
-        visible: view.suggestions.hasOffer && !view.launcher.welcoming && !view.docked && !view.folderOpen && !view.launcher.searching
-        suggestions: view.suggestions
-        onDone: searchField.takeFocus()
+        active: view.suggestions.hasOffer
+        visible: active && !view.launcher.welcoming && !view.docked && !view.folderOpen && !view.launcher.searching
+        sourceComponent: HabitBar {
+            room: view.width
+            suggestions: view.suggestions
+            onDone: searchField.takeFocus()
+        }
     }
 
     Spring {
@@ -366,12 +378,15 @@ FocusScope {
         elsewhere: at => dock.shown && dock.contains(dock.mapFromItem(gestures, at))
     }
 
-    WelcomeCard {
+    Loader {
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.bottom: parent.bottom
         anchors.bottomMargin: Theme.noticeEdge
-        visible: view.launcher.welcoming && !view.docked && !view.folderOpen && !view.launcher.searching
-        launcher: view.launcher
+        active: view.launcher.welcoming
+        visible: !view.docked && !view.folderOpen && !view.launcher.searching
+        sourceComponent: WelcomeCard {
+            launcher: view.launcher
+        }
     }
 
     ModalPanels {

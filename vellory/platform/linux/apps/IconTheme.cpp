@@ -82,8 +82,9 @@ fs::file_time_type changeTime(const fs::path& folder) {
 } // namespace
 
 IconTheme::IconTheme(std::string theme, std::vector<fs::path> bases,
-                     std::vector<fs::path> looseFolders)
-    : name_(std::move(theme)), bases_(std::move(bases)), looseFolders_(std::move(looseFolders)) {}
+                     std::vector<fs::path> looseFolders, std::chrono::milliseconds trust)
+    : name_(std::move(theme)), bases_(std::move(bases)), looseFolders_(std::move(looseFolders)),
+      trust_(trust) {}
 
 std::vector<fs::path> IconTheme::baseFolders(const SessionEnvironment& environment) {
     std::vector<fs::path> bases{environment.home() / ".icons", environment.dataHome() / "icons"};
@@ -120,9 +121,17 @@ std::optional<fs::path> IconTheme::find(std::string_view name, int pixels) {
     return found;
 }
 
-bool IconTheme::isStale(const Times& times) const {
-    return std::ranges::any_of(
-        times, [](const auto& entry) { return changeTime(entry.first) != entry.second; });
+bool IconTheme::isStale(Times& times) const {
+    const auto now = std::chrono::steady_clock::now();
+    if (now - times.seen < trust_) {
+        return false;
+    }
+    const bool isStale = std::ranges::any_of(
+        times.changed, [](const auto& entry) { return changeTime(entry.first) != entry.second; });
+    if (!isStale) {
+        times.seen = now;
+    }
+    return isStale;
 }
 
 void IconTheme::readAll() {
@@ -130,8 +139,8 @@ void IconTheme::readAll() {
     order_.clear();
     themes_.clear();
     loose_.clear();
-    roots_.clear();
-    folders_.clear();
+    roots_ = {.changed = {}, .seen = std::chrono::steady_clock::now()};
+    folders_ = roots_;
     readTheme(name_, 0);
     readTheme("hicolor", 0);
     for (const fs::path& base : bases_) {
@@ -149,7 +158,7 @@ void IconTheme::readTheme(const std::string& name, int depth) {
     Theme& theme = themes_[name];
     order_.push_back(name);
     for (const fs::path& base : bases_) {
-        roots_[base / name] = changeTime(base / name);
+        roots_.changed[base / name] = changeTime(base / name);
         const glib::KeyFile index = loadKeyFile(base / name / "index.theme");
         if (index == nullptr || !theme.directories.empty()) {
             continue; // The first index counts.
@@ -197,7 +206,7 @@ void IconTheme::readTheme(const std::string& name, int depth) {
 }
 
 void IconTheme::readFolder(const fs::path& folder, Place place, Theme& theme) {
-    folders_[folder] = changeTime(folder);
+    folders_.changed[folder] = changeTime(folder);
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
          entry.increment(error)) {
@@ -210,7 +219,7 @@ void IconTheme::readFolder(const fs::path& folder, Place place, Theme& theme) {
 }
 
 void IconTheme::readLoose(const fs::path& folder) {
-    roots_[folder] = changeTime(folder);
+    roots_.changed[folder] = changeTime(folder);
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
          entry.increment(error)) {

@@ -103,9 +103,9 @@ class LinuxAppIcons::Work {
             for (const fs::path& folder : options_.environment.dataDirs()) {
                 loose.push_back(folder / "pixmaps");
             }
-            theme_.emplace(options_.theme ? *options_.theme
-                                          : currentIconTheme(options_.environment),
-                           IconTheme::baseFolders(options_.environment), std::move(loose));
+            theme_.emplace(
+                options_.theme ? *options_.theme : currentIconTheme(options_.environment),
+                IconTheme::baseFolders(options_.environment), std::move(loose), options_.trust);
         });
         return *theme_;
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -21,6 +22,8 @@ class LinuxAppIcons final : public AppIcons {
         std::optional<std::filesystem::path> cacheFolder;
         /// The icon theme; nothing takes the one that the user's desktop is set to.
         std::optional<std::string> theme;
+        /// For how long the theme's folders are taken to be as they were.
+        std::chrono::milliseconds trust = std::chrono::seconds(1);
     };
 
     explicit LinuxAppIcons(Options options);

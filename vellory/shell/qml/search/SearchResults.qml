@@ -74,13 +74,19 @@ Item {
         }
     }
 
-    EmptyState {
+    Loader {
         anchors.centerIn: parent
-        visible: results.launcher.searching && results.search.empty
-        title: results.search.asking ? qsTr("Ask is not here yet")
-             : results.search.listsEmoji ? qsTr("No matching emoji") : qsTr("No matching apps")
-        text: results.search.asking
-              ? qsTr("A text that begins with “?” is kept for it. Leave out the “?” to search.")
-              : qsTr("Try what the app does (“edit photos”), maths (“12*7”) or “:” for emoji")
+        active: results.launcher.searching && results.search.empty
+        sourceComponent: nothingFound
+    }
+    Component {
+        id: nothingFound
+        EmptyState {
+            title: results.search.asking ? qsTr("Ask is not here yet")
+                 : results.search.listsEmoji ? qsTr("No matching emoji") : qsTr("No matching apps")
+            text: results.search.asking
+                  ? qsTr("A text that begins with “?” is kept for it. Leave out the “?” to search.")
+                  : qsTr("Try what the app does (“edit photos”), maths (“12*7”) or “:” for emoji")
+        }
     }
 }
