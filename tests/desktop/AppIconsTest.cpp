@@ -118,7 +118,7 @@ TEST_F(AppIconsTest, ThemeGivesTheFileThatSuitsTheSize) {
         folder.write(row.file.empty() ? "system/icons/escape/evil.png" : system / row.file, "x");
     }
     folder.write("system/icons/hicolor/a/inherited.png", "x");
-    IconTheme theme("Mine", IconTheme::baseFolders(environment()), {system / "pixmaps"});
+    IconTheme theme("Mine", IconTheme::baseFolders(environment()), {system / "pixmaps"}, always);
     for (const Row& row : rows) {
         const auto expected =
             row.file.empty() ? std::nullopt : std::optional((system / row.file).lexically_normal());

@@ -57,8 +57,6 @@ struct BoardEdits : testing::Test {
     AppModel& model = world.startWith(apps, usualBoard());
 };
 
-} // namespace
-
 TEST_F(BoardEdits, EachIsOneStepNamedByItsReasonSavedAndConfirmed) {
     for (const Edit& edit : edits()) {
         SCOPED_TRACE(edit.reason + ": " + edit.expected);
@@ -296,4 +294,5 @@ TEST_F(BoardEdits, AChoiceThatComesTooLateDoesNothing) {
     EXPECT_FALSE(std::filesystem::exists(world.paths().icons())) << "the model is gone";
 }
 
+} // namespace
 } // namespace vellory::test

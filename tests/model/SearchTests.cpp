@@ -58,8 +58,6 @@ struct Search : testing::Test {
     Desk desk;
 };
 
-} // namespace
-
 TEST_F(Search, PurposesComeByScoreThenByTheNameTheUserGave) {
     AppModel& model = *desk.model;
     EXPECT_THAT(model.purposeSearch("edit photos"), ElementsAre("gone", "shots", "photos"));
@@ -267,4 +265,5 @@ TEST_F(Search, TenThousandTimesReturnOpensTheMatchOfTheTextAsTyped) {
     EXPECT_EQ(wrong, 0);
 }
 
+} // namespace
 } // namespace vellory::test
