@@ -230,7 +230,7 @@ std::string DesktopSession::addGate(const std::string& name) const {
 }
 
 void DesktopSession::openGate(const std::string& gate) {
-    close(open(gate.c_str(), O_WRONLY)); // Waits for the app.
+    openGates_.emplace_back(open(gate.c_str(), O_WRONLY | O_CLOEXEC)); // Waits for the app.
 }
 
 fs::path DesktopSession::reportFile(const std::string& name) const {

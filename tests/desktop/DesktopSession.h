@@ -9,6 +9,7 @@
 
 #include <sys/types.h>
 
+#include "platform/linux/session/Descriptor.h"
 #include "platform/linux/session/SessionEnvironment.h"
 #include "support/TemporaryFolder.h"
 
@@ -40,7 +41,8 @@ class DesktopSession {
                                  const std::string& more = "") const;
     /// A pipe at which a test app with "--gate <it>" waits until it is opened.
     std::string addGate(const std::string& name) const;
-    static void openGate(const std::string& gate);
+    /// Lets through who waits there, and all who come later.
+    void openGate(const std::string& gate);
     /// What a test app that was started with "--report <name>" saw: its variables and, under
     /// "argv", its arguments; under "cwd", "sid" and "blocked" what the names say.
     std::map<std::string, std::string> report(const std::string& name) const;
@@ -55,6 +57,7 @@ class DesktopSession {
     TemporaryFolder folder_;
     SessionEnvironment environment_;
     std::map<std::string, std::optional<std::string>> before_; ///< our own variables
+    std::vector<Descriptor> openGates_;
     pid_t server_ = 0;
     pid_t windowManager_ = 0;
     pid_t bus_ = 0;

@@ -205,7 +205,7 @@ TEST_F(LinkServerTest, HostileTextsAreRefusedOrHandedOnAsTheyAre) {
 
 TEST_F(LinkServerTest, ConnectionsThatSayNothingKeepNobodyOut) {
     listen();
-    const auto idle = clients(LinkServer::mostConnections * 3, "vellory://");
+    const auto idle = clients(LinkServer::mostConnections * 12, "vellory://");
     EXPECT_EQ(answerTo("vellory://open\n"), "ok\n");
     EXPECT_EQ(requests.size(), 1U);
     // Those that were let go have heard so; the rest goes with time.

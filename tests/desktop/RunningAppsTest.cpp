@@ -109,7 +109,7 @@ TEST_F(RunningAppsTest, EveryStartAndEndIsToldOnce) {
     open("many");
     ASSERT_TRUE(windowsBecome(8));
     session.run({VELLORY_WINDOW_APP, "--class", "splash", "--splash", "--gate", gate});
-    DesktopSession::openGate(gate);
+    session.openGate(gate);
     ASSERT_TRUE(loop.runUntil([&] { return std::ranges::count(told, "launched splash") > 0; }));
     ASSERT_TRUE(windowsBecome(9));
     session.run({VELLORY_WINDOW_APP, "--class", "moved", "--reparented"});

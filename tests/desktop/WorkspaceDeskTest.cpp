@@ -184,7 +184,7 @@ TEST_F(WorkspaceDeskTest, ALateWindowIsPlacedAndAWindowlessAppHoldsUpNothing) {
     ASSERT_TRUE(becomes({"quick"}));
     ASSERT_TRUE(loop.runUntil([&] { return runner->pendingSlots().size() == 2; }));
 
-    DesktopSession::openGate(gate);
+    session.openGate(gate);
     ASSERT_TRUE(becomesRunning("late"));
     ASSERT_TRUE(loop.runUntil([&] { return runner->pendingSlots().size() == 1; }));
     const auto late = static_cast<xcb_window_t>(placer->windows({*running("late")})[0][0].id);
