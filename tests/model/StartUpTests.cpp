@@ -103,6 +103,24 @@ TEST(StartUp, AScanThatFindsNothingNeverEmptiesTheBoard) {
     EXPECT_EQ(world.onDisk(), "[Work: a b] c");
 }
 
+TEST(StartUp, AFirstRunThatFindsNothingLeavesTheFirstRunToTheNext) {
+    for (const bool isDamaged : {false, true}) {
+        World world;
+        if (isDamaged) {
+            world.folder.write("vellory/layout.json", "{\"tiles\": [");
+        }
+        world.start();
+        EXPECT_EQ(world.grid(), "");
+        EXPECT_EQ(std::filesystem::exists(world.paths().layout()), isDamaged);
+
+        world.install({"a"});
+        world.model->rescan();
+        EXPECT_EQ(world.onDisk(), "a");
+        EXPECT_EQ(std::filesystem::exists(world.paths().support() / "layout.json.unreadable"),
+                  isDamaged);
+    }
+}
+
 TEST(StartUp, WhatAKilledProgramLeftHalfWrittenGoesAfterADay) {
     World world;
     const auto leave = [&](const std::string& name, double hoursAgo) {

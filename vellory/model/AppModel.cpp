@@ -140,7 +140,11 @@ void AppModel::start() {
 void AppModel::loadBoard() {
     if (!document_.load()) {
         document_.begin(editor_.autoFolderBoard());
-        saveBoard(std::nullopt);
+        // Where nothing was found, perhaps because nothing could be read, the next start is the
+        // first one still.
+        if (!board().tiles.empty()) {
+            saveBoard(std::nullopt);
+        }
     } else {
         reconcile(std::nullopt);
     }
