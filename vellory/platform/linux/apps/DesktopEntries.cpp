@@ -165,12 +165,10 @@ bool isShownIn(GKeyFile* entry, const std::vector<std::string>& desktopNames) {
 /// stays one text: only its words count.
 void addTexts(GKeyFile* file, const char* key, std::vector<std::string>& out) {
     const char* const group = DesktopEntryFile::mainGroup;
-    const glib::Chars local(g_key_file_get_locale_string(file, group, key, nullptr, nullptr));
-    const glib::Chars english(g_key_file_get_locale_string(file, group, key, "en", nullptr));
-    const glib::Chars plain(g_key_file_get_string(file, group, key, nullptr));
-    for (const char* chars : {local.get(), english.get(), plain.get()}) {
-        std::string text =
-            Text::repairedUtf8(std::string_view(chars == nullptr ? "" : chars).substr(0, maxText));
+    for (const std::string& value : {DesktopEntryFile::translation(file, group, key),
+                                     DesktopEntryFile::translation(file, group, key, "en"),
+                                     DesktopEntryFile::text(file, group, key)}) {
+        std::string text = Text::repairedUtf8(std::string_view(value).substr(0, maxText));
         if (!text.empty() && !contains(out, text)) {
             out.push_back(std::move(text));
         }

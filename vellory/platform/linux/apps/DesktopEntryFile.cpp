@@ -28,6 +28,12 @@ bool isControl(gunichar c) {
            (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069) || c == 0xFEFF;
 }
 
+/// Asked before a value is: for one that is not there GLib writes the text of an error each time,
+/// and most of what can be said in an entry is not.
+bool has(GKeyFile* entry, const std::string& group, const std::string& key) {
+    return g_key_file_has_key(entry, group.c_str(), key.c_str(), nullptr) != FALSE;
+}
+
 } // namespace
 
 glib::KeyFile load(const std::filesystem::path& file) {
@@ -44,25 +50,48 @@ glib::KeyFile load(const std::filesystem::path& file) {
     return entry;
 }
 
-std::string localized(GKeyFile* entry, const std::string& group, const char* key) {
-    const glib::Chars translated(
-        g_key_file_get_locale_string(entry, group.c_str(), key, nullptr, nullptr));
-    if (translated != nullptr) {
-        return displayable(translated.get());
+std::string text(GKeyFile* entry, const std::string& group, const std::string& key) {
+    return has(entry, group, key)
+               ? glib::text(
+                     glib::Chars(g_key_file_get_string(entry, group.c_str(), key.c_str(), nullptr))
+                         .get())
+               : "";
+}
+
+std::string translation(GKeyFile* entry, const std::string& group, const char* key,
+                        std::string_view language) {
+    return text(entry, group, std::string(key).append("[").append(language).append("]"));
+}
+
+std::string translation(GKeyFile* entry, const std::string& group, const char* key) {
+    for (const char* const* name = g_get_language_names(); *name != nullptr; ++name) {
+        if (std::string found = translation(entry, group, key, *name); !found.empty()) {
+            return found;
+        }
     }
-    const glib::Chars raw(g_key_file_get_value(entry, group.c_str(), key, nullptr));
+    return text(entry, group, key);
+}
+
+std::string localized(GKeyFile* entry, const std::string& group, const char* key) {
+    if (const std::string translated = translation(entry, group, key); !translated.empty()) {
+        return displayable(translated);
+    }
+    // Not in UTF-8, perhaps.
+    const glib::Chars raw(has(entry, group, key)
+                              ? g_key_file_get_value(entry, group.c_str(), key, nullptr)
+                              : nullptr);
     return displayable(glib::text(raw.get()));
 }
 
-std::string text(GKeyFile* entry, const std::string& group, const char* key) {
-    return glib::text(glib::Chars(g_key_file_get_string(entry, group.c_str(), key, nullptr)).get());
-}
-
 bool flag(GKeyFile* entry, const char* key) {
-    return g_key_file_get_boolean(entry, mainGroup, key, nullptr) != FALSE;
+    return has(entry, mainGroup, key) &&
+           g_key_file_get_boolean(entry, mainGroup, key, nullptr) != FALSE;
 }
 
 std::vector<std::string> list(GKeyFile* entry, const char* key) {
+    if (!has(entry, mainGroup, key)) {
+        return {};
+    }
     const glib::Strings values(g_key_file_get_string_list(entry, mainGroup, key, nullptr, nullptr));
     std::vector<std::string> out;
     for (char** value = values.get(); value != nullptr && *value != nullptr; ++value) {

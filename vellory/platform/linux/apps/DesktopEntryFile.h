@@ -21,7 +21,14 @@ glib::KeyFile load(const std::filesystem::path& file);
 std::string localized(GKeyFile* entry, const std::string& group, const char* key);
 
 /// A value as it stands; "" when there is none.
-std::string text(GKeyFile* entry, const std::string& group, const char* key);
+std::string text(GKeyFile* entry, const std::string& group, const std::string& key);
+
+/// Its translation into a language, as it stands; "" when there is none.
+std::string translation(GKeyFile* entry, const std::string& group, const char* key,
+                        std::string_view language);
+
+/// Its translation into the user's language, else the value, as it stands; "" when there is none.
+std::string translation(GKeyFile* entry, const std::string& group, const char* key);
 
 bool flag(GKeyFile* entry, const char* key);
 

@@ -29,12 +29,10 @@ constexpr double maxEnlargement = 4;
 /// What the entry says its icon is: a name or an absolute path.
 std::string iconOf(const fs::path& file) {
     const glib::KeyFile entry = DesktopEntryFile::load(file);
-    if (entry == nullptr) {
-        return "";
-    }
-    const glib::Chars icon(g_key_file_get_locale_string(
-        entry.get(), DesktopEntryFile::mainGroup, G_KEY_FILE_DESKTOP_KEY_ICON, nullptr, nullptr));
-    return glib::text(icon.get());
+    return entry == nullptr
+               ? ""
+               : DesktopEntryFile::translation(entry.get(), DesktopEntryFile::mainGroup,
+                                               G_KEY_FILE_DESKTOP_KEY_ICON);
 }
 
 /// Draws a picture in the middle of a square.
