@@ -198,7 +198,9 @@ FocusScope {
             anchors {
                 fill: parent
                 topMargin: smartRow.anchors.topMargin + (smartRow.shown ? smartRow.height : 2 * Theme.unit)
-                bottomMargin: Theme.edge + Theme.dot + 3 * Theme.unit
+                // The greeting covers no app: the grid ends above it.
+                bottomMargin: view.launcher.welcoming ? Theme.noticeEdge + welcome.height + Theme.unit
+                                                      : Theme.edge + Theme.dot + 3 * Theme.unit
             }
             visible: !view.launcher.searching
             enabled: !view.covered && !view.folderOpen
@@ -248,7 +250,7 @@ FocusScope {
             anchors {
                 fill: parent
                 topMargin: Theme.edge + Theme.fieldHeight + 4 * Theme.unit
-                bottomMargin: grid.anchors.bottomMargin
+                bottomMargin: Theme.edge + Theme.dot + 3 * Theme.unit
             }
             launcher: view.launcher
             visible: view.launcher.searching
@@ -379,6 +381,8 @@ FocusScope {
     }
 
     Loader {
+        id: welcome
+
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.bottom: parent.bottom
         anchors.bottomMargin: Theme.noticeEdge
