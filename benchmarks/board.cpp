@@ -191,6 +191,19 @@ void sortBy(benchmark::State& state, Names kind) {
     });
 }
 
+/// What `sortBy` above pays for the table that its names come from, which is no part of the board.
+void namesAlone(benchmark::State& state, Names kind) {
+    const auto names = makeNames(makeBoard(size(state)), kind);
+    onCopies(state, [&](Board& board) {
+        for (const Tile& tile : board.tiles) {
+            if (const BundleID* app = tile.app()) {
+                std::string name = names.find(*app)->second;
+                benchmark::DoNotOptimize(name);
+            }
+        }
+    });
+}
+
 void sortByUse(benchmark::State& state) {
     onCopies(state, [](Board& board) {
         board.sortByUse([](const BundleID& app) {
@@ -287,6 +300,9 @@ BENCHMARK(dissolveAll)->Apply(sizes);
 BENCHMARK_CAPTURE(sortBy, ascii, Names::ascii)->Apply(sizes);
 BENCHMARK_CAPTURE(sortBy, mixed, Names::mixed)->Apply(sizes);
 BENCHMARK_CAPTURE(sortBy, cyrillic, Names::cyrillic)->Apply(sizes);
+BENCHMARK_CAPTURE(namesAlone, ascii, Names::ascii)->Apply(sizes);
+BENCHMARK_CAPTURE(namesAlone, mixed, Names::mixed)->Apply(sizes);
+BENCHMARK_CAPTURE(namesAlone, cyrillic, Names::cyrillic)->Apply(sizes);
 BENCHMARK(sortByUse)->Apply(sizes);
 BENCHMARK(reconcile)->Apply(sizes);
 BENCHMARK(fromLayout)->Apply(sizes);
