@@ -2,6 +2,7 @@
 #include "shell/LauncherController.h"
 
 #include <tuple>
+#include <utility>
 
 #include <QCursor>
 #include <QDir>
@@ -119,7 +120,7 @@ void LauncherController::show() {
     QScreen* screen = screenWithPointer();
     const QRect area = screen->geometry();
     provideGradient(pixelsOf(*screen));
-    loadBackdrop(screen);
+    loadWallpaper(*screen);
     createWindow();
     if (isShown()) {
         view_->raise();
@@ -192,42 +193,39 @@ void LauncherController::prepare(QSize size) {
 
 void LauncherController::provideGradient(QSize size) {
     if (size != backdropSize_) {
-        applyBackdrop(size,
-                      std::async(std::launch::async, Backdrop::gradient, size, viewModel_.dark()));
+        backdropSize_ = size;
+        isWallpaperDue_ = true;
+        applyBackdrop(std::async(std::launch::async, Backdrop::gradient, size, viewModel_.dark()));
     }
 }
 
-void LauncherController::loadBackdrop(QScreen* screen) {
-    if (wallpaperSize_ == pixelsOf(*screen)) {
+void LauncherController::loadWallpaper(const QScreen& screen) {
+    if (!std::exchange(isWallpaperDue_, false)) {
         return;
     }
-    wallpaperSize_ = pixelsOf(*screen);
-    const QRect logical = screen->geometry();
-    const double scale = screen->devicePixelRatio();
-    const Desktop::Area area{
-        static_cast<int>(logical.x() * scale), static_cast<int>(logical.y() * scale),
-        static_cast<int>(logical.width() * scale), static_cast<int>(logical.height() * scale)};
+    const QSize size = pixelsOf(screen);
+    const QPoint origin = screen.geometry().topLeft() * screen.devicePixelRatio();
+    const Desktop::Area area{origin.x(), origin.y(), size.width(), size.height()};
     const bool dark = viewModel_.dark();
     const Desktop& desktop = parts_.desktop;
     QPointer<LauncherController> self = this;
-    parts_.scheduler.inBackground([self, &desktop, area, dark]() -> Scheduler::Task {
+    parts_.scheduler.inBackground([self, &desktop, area, size, dark]() -> Scheduler::Task {
         const auto wallpaper = desktop.backdrop(area);
         if (!wallpaper || Backdrop::isBlank(*wallpaper)) {
             return {};
         }
-        const QSize size(area.width, area.height);
         std::promise<QImage> softened;
         softened.set_value(Backdrop::softened(*wallpaper, size, dark));
         return [self, size, image = softened.get_future().share()] {
-            if (self != nullptr) {
-                self->applyBackdrop(size, image);
+            // By then the grid may stand on another display.
+            if (self != nullptr && self->backdropSize_ == size) {
+                self->applyBackdrop(image);
             }
         };
     });
 }
 
-void LauncherController::applyBackdrop(QSize size, std::shared_future<QImage> image) {
-    backdropSize_ = size;
+void LauncherController::applyBackdrop(std::shared_future<QImage> image) {
     backdrop_->set(std::move(image));
     viewModel_.setBackdrop("image://backdrop/" + QString::number(++backdropGeneration_));
 }

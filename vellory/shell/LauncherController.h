@@ -79,11 +79,11 @@ class LauncherController : public QObject {
   private:
     void createEngine();
     void createWindow();
-    /// The quiet backdrop for a display, unless there is one of its size.
+    /// The quiet backdrop for a display of `size` pixels, unless that of one stands already.
     void provideGradient(QSize size);
-    /// The wallpaper's in its place when it is ready, unless that was made for this size.
-    void loadBackdrop(QScreen* screen);
-    void applyBackdrop(QSize size, std::shared_future<QImage> image);
+    /// The wallpaper's in place of a new gradient, when it is ready.
+    void loadWallpaper(const QScreen& screen);
+    void applyBackdrop(std::shared_future<QImage> image);
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     Parts parts_;
@@ -101,8 +101,8 @@ class LauncherController : public QObject {
     std::unique_ptr<QQuickView> view_;
     std::unique_ptr<QQuickView> settingsView_;
     std::unique_ptr<NoticeWindow> noticeWindow_;
-    QSize backdropSize_;  ///< in pixels, as the next
-    QSize wallpaperSize_; ///< for which the wallpaper was last asked for
+    QSize backdropSize_; ///< of the display that the backdrop is for, in pixels
+    bool isWallpaperDue_ = false;
     int backdropGeneration_ = 0;
     bool awaitingFrame_ = false;
     bool wasActive_ = false;

@@ -11,6 +11,7 @@
 
 #include "Support/Text.h"
 #include "platform/linux/GLibPointers.h"
+#include "platform/linux/apps/ChangeTime.h"
 #include "platform/linux/apps/DesktopEntryFile.h"
 
 namespace vellory {
@@ -42,13 +43,6 @@ bool isPlainName(std::string_view name) {
     return Text::isValidUtf8(name) && std::ranges::none_of(name, [](char c) {
                return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
            });
-}
-
-/// When a folder last got or lost a file; the least time for one that does not exist.
-fs::file_time_type changeOf(const fs::path& folder) {
-    std::error_code error;
-    const fs::file_time_type time = fs::last_write_time(folder, error);
-    return error ? fs::file_time_type::min() : time;
 }
 
 /// Looks for entries below one root.
@@ -91,7 +85,7 @@ class Walk {
             return;
         }
         folders_.push_back(folder.path);
-        changed_.push_back(changeOf(folder.path));
+        changed_.push_back(changeTime(folder.path));
         const Content content = list(folder.path);
         for (const std::string& name : content.files) {
             found_.push_back({folder.prefix + name.substr(0, name.size() - entrySuffix.size()),
@@ -269,7 +263,7 @@ DesktopEntries::takeAhead(const std::vector<fs::path>& roots) {
     Reading reading = ahead_.get();
     std::vector<fs::file_time_type> changedNow;
     for (const fs::path& folder : reading.folders) {
-        changedNow.push_back(changeOf(folder));
+        changedNow.push_back(changeTime(folder));
     }
     return roots == rootsAhead_ && changedNow == reading.changed ? std::optional(std::move(reading))
                                                                  : std::nullopt;

@@ -8,6 +8,7 @@
 
 #include "Support/AtomicFile.h"
 #include "platform/linux/GLibPointers.h"
+#include "platform/linux/apps/ChangeTime.h"
 
 namespace vellory {
 
@@ -71,12 +72,6 @@ glib::KeyFile loadKeyFile(const fs::path& file) {
         return nullptr;
     }
     return loaded;
-}
-
-fs::file_time_type changeTime(const fs::path& folder) {
-    std::error_code error;
-    const auto time = fs::last_write_time(folder, error);
-    return error ? fs::file_time_type::min() : time;
 }
 
 } // namespace
